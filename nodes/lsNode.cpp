@@ -1,0 +1,43 @@
+#include "lsNode.h"
+
+#include "TreeListError.h"
+
+#include <limits>
+
+lsNode::lsNode() : m_Cells(std::make_shared<lsCells>()) {}
+
+lsNode::~lsNode() {
+    // A long sibling chain owns itself link by link; unwinding it here iteratively keeps the
+    // destruction of a 100 000-row flat list from recursing once per row.
+    lsNodePtr next = std::move(m_NextSibling);
+    while (next && next.use_count() == 1)
+        next = std::move(next->m_NextSibling);
+}
+
+const lsCellsPtr &lsNode::Cells() {
+    if (!m_Cells)
+        m_Cells = std::make_shared<lsCells>();
+    return m_Cells;
+}
+
+qint32 lsNode::Width() {
+    const lsCellsPtr &cells = Cells();
+    qint64 sum = 0;
+    const qint32 count = cells->Count();
+    // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
+    toInt16(count);
+    for (qint32 j = 1; j <= count; ++j) {
+        sum += cells->at(j)->Width();
+        if (sum > std::numeric_limits<qint32>::max() || sum < std::numeric_limits<qint32>::min())
+            throw TreeListError(TreeListError::Overflow);
+    }
+    return static_cast<qint32>(sum);
+}
+
+void lsNode::clearLinks() {
+    m_Parent.reset();
+    m_Child.reset();
+    m_LastChild.reset();
+    m_NextSibling.reset();
+    m_PrevSibling.reset();
+}

@@ -1,0 +1,108 @@
+#pragma once
+// One row of the body or of the header area: its links into the tree, its flags and its cells.
+// Links that point down or right (`Child`, `LastChild`, `NextSibling`) own their target; links
+// that point up or left (`Parent`, `PrevSibling`) are weak, so the tree never forms an ownership
+// cycle and a host may keep a node after it left its collection.
+
+#include "lsCells.h"
+
+#include <QString>
+#include <QVariant>
+#include <memory>
+
+class lsNode;
+using lsNodePtr = std::shared_ptr<lsNode>;
+
+class lsNode {
+public:
+    // Makes an expanded, visible node with no key, index 0 and an empty cell collection.
+    lsNode();
+    ~lsNode();
+    lsNode(const lsNode &) = delete;
+    lsNode &operator=(const lsNode &) = delete;
+
+    // The row's cells; never null: a node whose cells were set to null gets a fresh collection.
+    const lsCellsPtr &Cells();
+    // Replaces the row's cells (null is allowed; the next `Cells()` makes a new collection).
+    void setCells(lsCellsPtr cells) { m_Cells = std::move(cells); }
+
+    // Previous node under the same parent.
+    lsNodePtr PrevSibling() const { return m_PrevSibling.lock(); }
+    void setPrevSibling(const lsNodePtr &n) { m_PrevSibling = n; }
+    // Next node under the same parent.
+    const lsNodePtr &NextSibling() const { return m_NextSibling; }
+    void setNextSibling(lsNodePtr n) { m_NextSibling = std::move(n); }
+    // First child.
+    const lsNodePtr &Child() const { return m_Child; }
+    void setChild(lsNodePtr n) { m_Child = std::move(n); }
+    // Last child.
+    const lsNodePtr &LastChild() const { return m_LastChild; }
+    void setLastChild(lsNodePtr n) { m_LastChild = std::move(n); }
+    // Parent node; null for a top-level node.
+    lsNodePtr Parent() const { return m_Parent.lock(); }
+    void setParent(const lsNodePtr &n) { m_Parent = n; }
+    // True when the parent link is set (cheaper than Parent() where only presence matters).
+    bool hasParent() const { return !m_Parent.expired(); }
+
+    // The row may be shown: it is not hidden under a collapsed ancestor.
+    bool Visible() const { return m_Visible; }
+    void setVisible(bool v) { m_Visible = v; }
+    // The row's own text.
+    const QString &Text() const { return m_Text; }
+    void setText(const QString &v) { m_Text = v; }
+    // The row is selected.
+    bool Selected() const { return m_Selected; }
+    void setSelected(bool v) { m_Selected = v; }
+    // Unique key within its collection (no value by default).
+    const QVariant &Key() const { return m_Key; }
+    void setKey(const QVariant &v) { m_Key = v; }
+    // True exactly when `Child` refers to a node.
+    bool HasChild() const { return m_Child != nullptr; }
+    // Free text; nothing in the component fills it.
+    const QString &FullPath() const { return m_FullPath; }
+    void setFullPath(const QString &v) { m_FullPath = v; }
+    // 1-based position in tree pre-order, assigned by the collection.
+    qint32 Index() const { return m_Index; }
+    void setIndex(qint32 v) { m_Index = v; }
+    // Children are shown when the node is visible.
+    bool Expanded() const { return m_Expanded; }
+    void setExpanded(bool v) { m_Expanded = v; }
+    // Depth in the tree, 0 for top level.
+    qint32 IdentLevel() const { return m_IdentLevel; }
+    void setIdentLevel(qint32 v) { m_IdentLevel = v; }
+    // Scratch mark used by removal.
+    bool Flag() const { return m_Flag; }
+    void setFlag(bool v) { m_Flag = v; }
+    // The row lies in the part of the list that is on screen; set by painting.
+    bool Displayed() const { return m_Displayed; }
+    void setDisplayed(bool v) { m_Displayed = v; }
+
+    // Sum of the cells' widths (32-bit; more than 32767 cells or a sum past 32 bits overflow).
+    qint32 Width();
+
+    // The row carries the user's mark.
+    bool Marked() const { return m_Marked; }
+    void setMarked(bool v) { m_Marked = v; }
+
+    // Drops all five links (used when a node leaves its collection).
+    void clearLinks();
+
+private:
+    bool m_Expanded = true;
+    QVariant m_Key;
+    bool m_Selected = false;
+    QString m_Text;
+    bool m_Visible = true;
+    std::weak_ptr<lsNode> m_Parent;
+    lsNodePtr m_Child;
+    lsNodePtr m_LastChild;
+    lsNodePtr m_NextSibling;
+    std::weak_ptr<lsNode> m_PrevSibling;
+    qint32 m_IdentLevel = 0;
+    bool m_Flag = false;
+    QString m_FullPath;
+    lsCellsPtr m_Cells;
+    bool m_Displayed = false;
+    bool m_Marked = false;
+    qint32 m_Index = 0;
+};
