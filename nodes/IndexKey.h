@@ -28,7 +28,9 @@ std::optional<qint32> indexKeyPosition(const QVariant &value);
 bool isEmptyText(const QVariant &value);
 
 // The empty-string variant the component uses as its "nothing" default for Variant fields.
-inline QVariant emptyText() { return QVariant(QString()); }
+inline QVariant emptyText() {
+    return QVariant(QString());
+}
 
 // A variant's text as the component compares it (numbers in decimal, no value as "").
 QString variantText(const QVariant &value);

@@ -131,7 +131,8 @@ public:
         using difference_type = std::ptrdiff_t;
         using value_type = Ptr;
         const_iterator() = default;
-        explicit const_iterator(typename std::vector<typename KeyedCollection::Entry>::const_iterator it)
+        explicit const_iterator(
+            typename std::vector<typename KeyedCollection::Entry>::const_iterator it)
             : m_it(it) {}
         const Ptr &operator*() const { return m_it->item; }
         const_iterator &operator++() {

@@ -2,7 +2,9 @@
 
 #include "IndexKey.h"
 
-lsCell::lsCell() { Class_Initialize(); }
+lsCell::lsCell() {
+    Class_Initialize();
+}
 
 void lsCell::Class_Initialize() {
     m_Alignment = lsAlignLeftJustify;

@@ -6,8 +6,9 @@ lsCellPtr lsCells::Add(const QString &Title, qint16 Index, qint32 Width, const Q
     cell->setIndex(Index);
     cell->setWidth(Width);
     // Cells lie side by side from x = 0 in the order they were added, whatever their Index says.
+    // A right edge past 32 bits is the overflow error, raised before the cell is stored.
     if (const lsCellPtr last = m_items.at(m_items.count()))
-        cell->setLeft(last->Left() + last->Width());
+        cell->setLeft(toInt32(qint64{last->Left()} + last->Width()));
     const QString key = variantText(Key);
     if (!key.isEmpty())
         cell->setKey(Key);
@@ -24,4 +25,6 @@ void lsCells::Clear() {
         m_items.removeAt(1);
 }
 
-void lsCells::Remove(const QVariant &vntIndexKey) { m_items.remove(vntIndexKey); }
+void lsCells::Remove(const QVariant &vntIndexKey) {
+    m_items.remove(vntIndexKey);
+}

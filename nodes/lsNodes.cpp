@@ -1,0 +1,363 @@
+#include "lsNodes.h"
+
+#include "TreeListError.h"
+
+#include <vector>
+
+namespace {
+
+// The node after `node` in a pre-order walk that never leaves the subtree of `top`.
+lsNode *nextInSubtree(const lsNode *node, const lsNode *top) {
+    if (node->Child())
+        return node->Child().get();
+    while (node && node != top) {
+        if (node->NextSibling())
+            return node->NextSibling().get();
+        node = node->Parent().get();
+    }
+    return nullptr;
+}
+
+// Every row reachable from `root` through its downward and rightward links, held so that
+// breaking links one row at a time frees nothing that is still to be visited.
+std::vector<lsNodePtr> reachableRows(const lsNodePtr &root) {
+    std::vector<lsNodePtr> rows;
+    std::vector<lsNodePtr> pending{root};
+    while (!pending.empty()) {
+        lsNodePtr node = std::move(pending.back());
+        pending.pop_back();
+        if (!node)
+            continue;
+        pending.push_back(node->NextSibling());
+        pending.push_back(node->Child());
+        rows.push_back(std::move(node));
+    }
+    return rows;
+}
+
+} // namespace
+
+lsNodes::lsNodes(QObject *parent) : QObject(parent) {}
+
+lsNodes::~lsNodes() {
+    releaseAll();
+}
+
+lsNodePtr lsNodes::Add(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
+                       const QString &Text, const QVariant &Image, const QVariant &SelectedSmage) {
+    Q_UNUSED(Image)
+    Q_UNUSED(SelectedSmage)
+    // Both checks run before the tree changes: a key the keyed collection cannot take, or a
+    // relationship that places the row nowhere, would otherwise leave a row half added.
+    if (indexKeyKind(Key) == IndexKeyKind::Invalid)
+        throw TreeListError(TreeListError::TypeMismatch);
+    const bool empty = !m_root;
+    if (!empty && (Relationship < lsFirst || Relationship > lsChild))
+        throw TreeListError(TreeListError::InvalidArgument);
+
+    auto node = std::make_shared<lsNode>();
+    node->setKey(Key);
+    node->setText(Text);
+    node->setIndex(1);
+    node->setSelected(false);
+    node->setVisible(true);
+    // Rows made here start collapsed, unlike a bare lsNode.
+    node->setExpanded(false);
+
+    if (empty) {
+        m_root = node;
+        m_count = 1;
+    } else {
+        lsNodePtr relative = Item(Relative);
+        if (!relative)
+            relative = m_root;
+        ++m_count;
+        if (Relationship == lsFirst || Relationship == lsLast)
+            Relationship = lsNext;
+        link(node, relative, Relationship);
+        if (const lsNodePtr parent = node->Parent())
+            node->setVisible(parent->Expanded());
+    }
+
+    ReIndex();
+    // A duplicate key throws here, after the row is linked and counted: hosts see the row in the
+    // tree but cannot name it.
+    m_order.insert(node, variantText(Key), node->Index());
+    m_tail = m_order.at(m_order.count());
+    return node;
+}
+
+lsNodePtr lsNodes::Add(const QVariant &Relative, lsRelationshipConstants Relationship,
+                       const QVariant &Key, const QString &Text, const QVariant &Image,
+                       const QVariant &SelectedSmage) {
+    qint32 relationship = Relationship;
+    return Add(Relative, relationship, Key, Text, Image, SelectedSmage);
+}
+
+void lsNodes::link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship) {
+    const lsNodePtr prev = relative->PrevSibling();
+    const lsNodePtr next = relative->NextSibling();
+    const lsNodePtr lastChild = relative->LastChild();
+    const lsNodePtr parent = relative->Parent();
+    switch (relationship) {
+    case lsNext:
+        node->setPrevSibling(relative);
+        node->setNextSibling(next);
+        if (next)
+            next->setPrevSibling(node);
+        relative->setNextSibling(node);
+        if (!next && parent)
+            parent->setLastChild(node);
+        node->setIdentLevel(relative->IdentLevel());
+        node->setParent(parent);
+        break;
+    case lsPrevious:
+        node->setNextSibling(relative);
+        node->setPrevSibling(prev);
+        if (prev)
+            prev->setNextSibling(node);
+        relative->setPrevSibling(node);
+        if (!prev) {
+            if (parent)
+                parent->setChild(node);
+            else
+                m_root = node;
+        }
+        node->setIdentLevel(relative->IdentLevel());
+        node->setParent(parent);
+        break;
+    default: // lsChild
+        if (lastChild) {
+            lastChild->setNextSibling(node);
+            node->setPrevSibling(lastChild);
+            node->setIdentLevel(lastChild->IdentLevel());
+        } else {
+            relative->setChild(node);
+            node->setIdentLevel(relative->IdentLevel() + 1);
+        }
+        node->setParent(relative);
+        relative->setLastChild(node);
+        break;
+    }
+}
+
+lsNodePtr lsNodes::Item(const QVariant &IndexKey) const {
+    return m_order.item(IndexKey);
+}
+
+lsNodePtr lsNodes::Nodes(const QVariant &vntIndexKey) const {
+    return Item(vntIndexKey);
+}
+
+lsNodePtr lsNodes::SetFirstNode(const QVariant &IndexKey) {
+    lsNodePtr start = isEmptyText(IndexKey) ? m_root : Item(IndexKey);
+    if (!start)
+        start = m_root;
+    m_walkStart = start;
+    m_cursor = start;
+    return start;
+}
+
+lsNodePtr lsNodes::GetPrevNode(const lsNodePtr &Node, bool OnlyVisibleNode) const {
+    if (!Node || Node->Index() <= 1)
+        return nullptr;
+    // Stepping by position rather than by each row's Index ends even when a row kept out of the
+    // positions by a duplicate key has shifted the numbering.
+    qint32 position = Node->Index() - 1;
+    lsNodePtr prev = m_order.at(position);
+    if (!OnlyVisibleNode)
+        return prev;
+    while (prev && !prev->Displayed() && position > 1)
+        prev = m_order.at(--position);
+    return prev;
+}
+
+lsNodePtr lsNodes::GetNextNode(bool OnlyVisibleNode) {
+    if (!m_walkStart || !m_cursor) {
+        m_walkStart = m_root;
+        m_cursor = m_root;
+        return m_root;
+    }
+    const lsNodePtr *link = NodeOrder::nextLink(m_cursor.get());
+    // A hidden row is passed over, but its children are still looked at in turn.
+    while (link && OnlyVisibleNode && !(*link)->Visible())
+        link = NodeOrder::nextLink(link->get());
+    if (link) {
+        lsNodePtr next = *link;
+        m_cursor = std::move(next);
+        return m_cursor;
+    }
+    m_walkStart.reset();
+    m_cursor.reset();
+    return nullptr;
+}
+
+qint32 lsNodes::ReIndex() {
+    return m_order.renumber(m_root);
+}
+
+void lsNodes::setExpanded(const lsNodePtr &Node, bool value) {
+    if (!Node)
+        return;
+    Node->setExpanded(value);
+    SetVisibility(Node);
+}
+
+bool lsNodes::Expanded(const lsNodePtr &Node) const {
+    return Node && Node->Expanded();
+}
+
+bool lsNodes::Remove(const QVariant &IndexKey) {
+    ClearFlags();
+    const lsNodePtr target = Item(IndexKey);
+    if (!target)
+        return false;
+    for (lsNode *node = target.get(); node; node = nextInSubtree(node, target.get()))
+        node->setFlag(true);
+
+    // The loop counter is 16-bit: above 32767 rows this throws before anything is unlinked.
+    const qint16 last = toInt16(m_count);
+    for (qint16 i = last; i >= 1; --i) {
+        const lsNodePtr node = m_order.at(i);
+        if (!node || !node->Flag())
+            continue;
+        unlink(node);
+        // A row that is still the selected row lost its flag to a later selection of hidden
+        // rows; the reference is dropped all the same, so it never names a removed row.
+        if (node->Selected() || node == m_selectedRow) {
+            m_selectedRow.reset();
+            m_selectedCell.reset();
+        }
+        // Walking down from the end, the row at i is the one just taken, whatever its key.
+        m_order.removeAt(i);
+        --m_count;
+    }
+
+    if (m_count > 0) {
+        m_tail = m_order.at(m_order.count());
+    } else {
+        m_root.reset();
+        m_tail.reset();
+        m_walkStart.reset();
+        m_cursor.reset();
+    }
+    ReIndex();
+    return true;
+}
+
+void lsNodes::unlink(const lsNodePtr &node) {
+    const lsNodePtr prev = node->PrevSibling();
+    const lsNodePtr next = node->NextSibling();
+    const lsNodePtr parent = node->Parent();
+    if (prev)
+        prev->setNextSibling(next);
+    if (next)
+        next->setPrevSibling(prev);
+    if (parent) {
+        if (parent->Child() == node)
+            parent->setChild(next);
+        if (parent->LastChild() == node)
+            parent->setLastChild(prev);
+    }
+    // The first top-level row hands its place to the next one, so numbering still starts at
+    // the first row.
+    if (m_root == node)
+        m_root = next;
+    node->clearLinks();
+}
+
+void lsNodes::ClearFlags() {
+    for (lsNode *node = m_root.get(); node; node = NodeOrder::nextInPreOrder(node))
+        node->setFlag(false);
+}
+
+void lsNodes::Clear() {
+    // Each pass removes the first top-level row with its subtree. A row that a duplicate key kept
+    // out of the positions stays counted but can never be named, so the passes also stop when
+    // nothing is left to name; releaseAll then breaks whatever is still linked.
+    while (m_count != 0 && Remove(1)) {
+    }
+    releaseAll();
+}
+
+void lsNodes::releaseAll() {
+    std::vector<lsNodePtr> rows = reachableRows(m_root);
+    rows.insert(rows.end(), m_order.begin(), m_order.end());
+    for (const lsNodePtr &row : rows)
+        row->clearLinks();
+    m_order.clear();
+    m_count = 0;
+    m_root.reset();
+    m_tail.reset();
+    m_walkStart.reset();
+    m_cursor.reset();
+    m_selectedRow.reset();
+    m_selectedCell.reset();
+}
+
+lsNodePtr lsNodes::GetLastSibling(const lsNodePtr &Node) const {
+    if (!Node || !Node->NextSibling())
+        return nullptr;
+    lsNodePtr last = Node->NextSibling();
+    while (last->NextSibling())
+        last = last->NextSibling();
+    return last;
+}
+
+QString lsNodes::FindPath(const lsNodePtr &Node) const {
+    if (!Node)
+        return QString();
+    QString path = Node->Text();
+    for (lsNodePtr up = Node->Parent(); up; up = up->Parent())
+        path = up->Text() + QLatin1Char('\\') + path;
+    return path;
+}
+
+bool lsNodes::SetVisibility(const lsNodePtr &Node) {
+    if (!Node)
+        return false;
+    // Every later row is recomputed from its parent, so walking to the end of the whole tree
+    // leaves it right even beyond Node's subtree.
+    for (lsNode *node = Node.get(); node; node = NodeOrder::nextInPreOrder(node)) {
+        const lsNodePtr parent = node->Parent();
+        node->setVisible(!parent || (parent->Visible() && parent->Expanded()));
+    }
+    // The walk ran on the shared cursor and ended, so a walk in progress is gone.
+    m_walkStart.reset();
+    m_cursor.reset();
+    return false;
+}
+
+qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
+    qint32 counter = 0;
+    // Rows hidden under a collapsed branch are not visited and keep their flags.
+    for (lsNodePtr node = SetFirstNode(emptyText()); node; node = GetNextNode(true)) {
+        if (node->Selected())
+            ++counter;
+        const bool isRow = node->Index() == RowID;
+        if (isRow) {
+            node->setSelected(true);
+            m_selectedRow = node;
+        } else if (!MultiSelect) {
+            node->setSelected(false);
+        }
+        const lsCellsPtr &cells = node->Cells();
+        // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
+        const qint32 cellCount = toInt16(cells->Count());
+        for (qint32 j = 1; j <= cellCount; ++j) {
+            const lsCellPtr cell = cells->at(j);
+            if (isRow && j == ColID) {
+                cell->setSelected(true);
+                m_selectedCell = cell;
+            } else if (!MultiSelect) {
+                cell->setSelected(false);
+            }
+        }
+    }
+    return counter;
+}
+
+void lsNodes::ClearSelection() {
+    m_selectedRow.reset();
+    m_selectedCell.reset();
+}

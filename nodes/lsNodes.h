@@ -1,0 +1,116 @@
+#pragma once
+// The collection that owns one tree of rows. It links rows into the tree, keeps them at the same
+// time in a keyed collection whose positions follow tree order (position i holds the row whose
+// `Index` is i), walks them with one shared cursor, opens and closes branches and remembers the
+// selected row and cell. Single-threaded: only one walk may run at a time.
+
+#include "IndexKey.h"
+#include "NodeOrder.h"
+#include "TreeListTypes.h"
+#include "lsNode.h"
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+class lsNodes : public QObject {
+    Q_OBJECT
+public:
+    // Makes an empty collection.
+    explicit lsNodes(QObject *parent = nullptr);
+    // Releases every row and breaks its links, so rows a host still holds stand alone.
+    ~lsNodes() override;
+
+    // Adds a row placed by `Relationship` to `Relative` (unknown or missing: the first row) and
+    // returns it. lsFirst and lsLast act as lsNext and the caller's variable is set to lsNext.
+    // A duplicate key raises error 457 after the row was linked and counted; a key that is
+    // neither text nor number, or an unknown relationship, raises before anything changes.
+    // `Image` and `SelectedSmage` are accepted and ignored.
+    lsNodePtr Add(const QVariant &Relative, qint32 &Relationship, const QVariant &Key = emptyText(),
+                  const QString &Text = QString(), const QVariant &Image = emptyText(),
+                  const QVariant &SelectedSmage = QVariant());
+    // As above, with the relationship passed by value.
+    lsNodePtr Add(const QVariant &Relative = QVariant(),
+                  lsRelationshipConstants Relationship = lsChild, const QVariant &Key = emptyText(),
+                  const QString &Text = QString(), const QVariant &Image = emptyText(),
+                  const QVariant &SelectedSmage = QVariant());
+    // The row at a 1-based position or under a key; null when none or of the wrong type.
+    lsNodePtr Item(const QVariant &IndexKey) const;
+    // Same as Item.
+    lsNodePtr Nodes(const QVariant &vntIndexKey) const;
+    // The row at a 1-based position, or null when out of range.
+    lsNodePtr at(qint32 position) const { return m_order.at(position); }
+
+    // Starts a walk at the row named (empty text or unknown: the first row) and returns it.
+    lsNodePtr SetFirstNode(const QVariant &IndexKey = emptyText());
+    // The row before `Node` by position; with OnlyVisibleNode the nearest `Displayed` one, or
+    // the first row when none before it is displayed.
+    lsNodePtr GetPrevNode(const lsNodePtr &Node, bool OnlyVisibleNode = true) const;
+    // The next row of the walk in pre-order (only `Visible` rows with OnlyVisibleNode); null at
+    // the end, after which the next call starts again at the first row.
+    lsNodePtr GetNextNode(bool OnlyVisibleNode = true);
+    // Renumbers `Index` in pre-order; returns the row count + 1.
+    qint32 ReIndex();
+
+    // Opens or closes a row and recomputes `Visible` from it to the end of the tree.
+    void setExpanded(const lsNodePtr &Node, bool value);
+    // Whether a row is open; false for null.
+    bool Expanded(const lsNodePtr &Node) const;
+
+    // Number of rows counted by Add and Remove.
+    qint32 Count() const { return m_count; }
+    // Removes a row with its subtree; false when no row is named. More than 32767 rows raise
+    // the overflow error before anything is removed.
+    bool Remove(const QVariant &IndexKey);
+    // Sets `Flag` false on every row.
+    void ClearFlags();
+    // Removes every row (raising overflow, unchanged, above 32767 rows).
+    void Clear();
+
+    // The last of the siblings after `Node`; null for null or when `Node` is the last sibling.
+    lsNodePtr GetLastSibling(const lsNodePtr &Node) const;
+    // The first top-level row (first in tree order).
+    lsNodePtr Root() const { return m_root; }
+    // The row at the last position.
+    lsNodePtr Tail() const { return m_tail; }
+    // The texts from the top-level ancestor down to `Node`, joined by backslashes.
+    QString FindPath(const lsNodePtr &Node) const;
+    // Recomputes `Visible` from `Node` to the end of the tree; always returns false.
+    bool SetVisibility(const lsNodePtr &Node);
+
+    // Selects row `RowID` and its cell `ColID` among the visible rows (clearing the others'
+    // flags unless MultiSelect); returns how many visible rows were selected before.
+    qint32 Selected(qint32 RowID, qint32 ColID, bool MultiSelect = false);
+    // The selected row, or null.
+    lsNodePtr SelectedRow() const { return m_selectedRow; }
+    // The selected cell, or null.
+    lsCellPtr SelectedCell() const { return m_selectedCell; }
+    // Forgets the selected row and cell without touching their `Selected` flags.
+    void ClearSelection();
+
+    // For-each over the rows in position order.
+    NodeOrder::const_iterator begin() const { return m_order.begin(); }
+    NodeOrder::const_iterator end() const { return m_order.end(); }
+
+signals:
+    // Forwards an error number and text (declared for hosts; the collection raises it nowhere).
+    void OnError(qint32 ID, const QString &Description);
+    // Declared for hosts; expanding goes through the control's own event.
+    void OnExpand(const lsNodePtr &Node);
+    // Declared for hosts; collapsing goes through the control's own event.
+    void OnCollapse(const lsNodePtr &Node);
+
+private:
+    void link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship);
+    void unlink(const lsNodePtr &node);
+    void releaseAll();
+
+    lsNodePtr m_selectedRow;
+    lsCellPtr m_selectedCell;
+    lsNodePtr m_root;
+    lsNodePtr m_tail;
+    qint32 m_count = 0;
+    lsNodePtr m_walkStart;
+    lsNodePtr m_cursor;
+    NodeOrder m_order;
+};

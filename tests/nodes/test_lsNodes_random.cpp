@@ -1,0 +1,134 @@
+// Thousands of seeded random operations, each followed by a check of the collection's invariants.
+#include "lsNodes.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace {
+
+// The rows reachable from `node` through Child and NextSibling links, in pre-order.
+void preOrder(const lsNodePtr &node, std::vector<lsNodePtr> &out) {
+    for (lsNodePtr n = node; n; n = n->NextSibling()) {
+        out.push_back(n);
+        preOrder(n->Child(), out);
+    }
+}
+
+// Index, positions, Root, Tail, links both ways, depth and the Visible rule over the whole tree.
+void checkInvariants(lsNodes &nodes) {
+    std::vector<lsNodePtr> rows;
+    preOrder(nodes.Root(), rows);
+    ASSERT_EQ(static_cast<qint32>(rows.size()), nodes.Count());
+    ASSERT_EQ(nodes.Root(), rows.empty() ? nullptr : rows.front());
+    ASSERT_EQ(nodes.Tail(), rows.empty() ? nullptr : rows.back());
+    ASSERT_TRUE(std::equal(rows.begin(), rows.end(), nodes.begin(), nodes.end()));
+    for (qint32 i = 1; i <= nodes.Count(); ++i) {
+        const lsNodePtr &n = rows[static_cast<size_t>(i - 1)];
+        ASSERT_EQ(n->Index(), i);
+        ASSERT_EQ(nodes.at(i), n);
+        const lsNodePtr parent = n->Parent();
+        ASSERT_EQ(n->IdentLevel(), parent ? parent->IdentLevel() + 1 : 0);
+        ASSERT_EQ(n->Visible(), !parent || (parent->Visible() && parent->Expanded()));
+        if (const lsNodePtr next = n->NextSibling()) {
+            ASSERT_EQ(next->PrevSibling(), n);
+            ASSERT_EQ(next->Parent(), parent);
+        } else if (parent) {
+            ASSERT_EQ(parent->LastChild(), n);
+        }
+        if (!n->PrevSibling()) {
+            ASSERT_TRUE(parent ? parent->Child() == n : n == nodes.Root());
+        }
+        if (n->Child())
+            ASSERT_TRUE(n->Child()->Parent() == n && n->LastChild());
+        else
+            ASSERT_FALSE(n->LastChild());
+    }
+}
+
+TEST(NodesRandom, MixedOperationsKeepTheInvariants) {
+    std::mt19937 rng(20261121);
+    auto pick = [&](int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng); };
+    lsNodes nodes;
+    std::vector<std::weak_ptr<lsNode>> added;
+    int serial = 0;
+    auto anyRow = [&]() -> QVariant {
+        const lsNodePtr n = nodes.at(1 + pick(nodes.Count() + 2));
+        if (!n || pick(4) == 0)
+            return pick(2) ? QVariant() : QVariant("unknown");
+        return n->Key().toString().isEmpty() || pick(2) ? QVariant(n->Index()) : n->Key();
+    };
+
+    for (int step = 0; step < 6000; ++step) {
+        SCOPED_TRACE(step);
+        const int op = nodes.Count() > 150 ? pick(100) % 60 + 40 : pick(100);
+        if (op < 40) {
+            qint32 relationship = pick(5);
+            const qint32 asked = relationship;
+            const QVariant key = pick(2) ? QVariant(QString("k%1").arg(++serial)) : emptyText();
+            const lsNodePtr n = nodes.Add(anyRow(), relationship, key, QString::number(step));
+            for (int c = pick(3); c > 0; --c)
+                n->Cells()->Add(QString(), c);
+            added.push_back(n);
+            EXPECT_EQ(relationship, nodes.Count() > 1 && asked < lsNext ? lsNext : asked);
+            const lsNodePtr parent = n->Parent();
+            EXPECT_EQ(n->Visible(), !parent || parent->Expanded());
+        } else if (op < 55) {
+            const QVariant which = anyRow();
+            const lsNodePtr target = nodes.Item(which);
+            std::vector<lsNodePtr> subtree{target};
+            if (target)
+                preOrder(target->Child(), subtree);
+            std::vector<std::weak_ptr<lsNode>> gone(subtree.begin(), subtree.end());
+            const qint32 before = nodes.Count();
+            subtree.clear();
+            EXPECT_EQ(nodes.Remove(which), target != nullptr);
+            EXPECT_EQ(nodes.Count(), before - (target ? static_cast<qint32>(gone.size()) : 0));
+            if (target) {
+                EXPECT_TRUE(target->Parent() == nullptr && target->NextSibling() == nullptr);
+                EXPECT_TRUE(
+                    std::all_of(gone.begin() + 1, gone.end(), [](auto &w) { return w.expired(); }));
+            }
+            const lsNodePtr selected = nodes.SelectedRow();
+            EXPECT_TRUE(!selected || nodes.Item(selected->Index()) == selected);
+        } else if (op < 80) {
+            const lsNodePtr n = nodes.Item(anyRow());
+            nodes.setExpanded(n, pick(2));
+            for (qint32 i = n ? n->Index() : 1; i <= nodes.Count(); ++i) {
+                const lsNodePtr r = nodes.at(i), parent = r->Parent();
+                ASSERT_EQ(r->Visible(), !parent || (parent->Visible() && parent->Expanded()));
+            }
+        } else if (op < 92) {
+            const qint32 row = 1 + pick(nodes.Count() + 1), col = pick(4);
+            const bool multi = pick(2);
+            qint32 selectedBefore = 0;
+            for (const lsNodePtr &n : nodes)
+                selectedBefore += n->Visible() && n->Selected();
+            const lsNodePtr target = nodes.at(row);
+            EXPECT_EQ(nodes.Selected(row, col, multi), selectedBefore);
+            if (target && target->Visible()) {
+                EXPECT_EQ(nodes.SelectedRow(), target);
+            }
+        } else if (op < 99) {
+            QStringList walked, expected;
+            const lsNodePtr start = nodes.SetFirstNode(anyRow());
+            for (lsNodePtr n = nodes.GetNextNode(); n; n = nodes.GetNextNode())
+                walked << n->Text();
+            for (qint32 i = start ? start->Index() + 1 : 1; i <= nodes.Count(); ++i)
+                if (nodes.at(i)->Visible())
+                    expected << nodes.at(i)->Text();
+            EXPECT_EQ(walked, expected);
+        } else {
+            nodes.Clear();
+            EXPECT_EQ(nodes.Count(), 0);
+            EXPECT_TRUE(
+                std::all_of(added.begin(), added.end(), [](auto &w) { return w.expired(); }));
+            added.clear();
+        }
+        EXPECT_FALSE(nodes.SetVisibility(nodes.Root()));
+        checkInvariants(nodes);
+        if (HasFatalFailure())
+            return;
+    }
+}
+
+} // namespace
