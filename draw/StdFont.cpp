@@ -1,0 +1,72 @@
+#include "StdFont.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double DotsPerInch = 96.0;
+constexpr double PointsPerInch = 72.0;
+
+} // namespace
+
+StdFont::StdFont() : StdFont(QStringLiteral("DejaVu Sans"), 8.0) {}
+
+StdFont::StdFont(const QString &name, double size) : m_Name(name), m_Size(8.0) {
+    if (size > 0.0 && std::isfinite(size))
+        m_Size = size;
+    rebuild();
+}
+
+void StdFont::setName(const QString &v) {
+    m_Name = v;
+    rebuild();
+}
+
+void StdFont::setSize(double v) {
+    if (!(v > 0.0) || !std::isfinite(v))
+        return;
+    m_Size = v;
+    rebuild();
+}
+
+void StdFont::setBold(bool v) {
+    m_Bold = v;
+    rebuild();
+}
+
+void StdFont::setItalic(bool v) {
+    m_Italic = v;
+    rebuild();
+}
+
+void StdFont::setUnderline(bool v) {
+    m_Underline = v;
+    rebuild();
+}
+
+void StdFont::setStrikethrough(bool v) {
+    m_Strikethrough = v;
+    rebuild();
+}
+
+const QFont &StdFont::qfont() const {
+    return m_qfont;
+}
+
+void StdFont::rebuild() {
+    QFont f(m_Name);
+    // Very large sizes are capped so the font engine is never asked for absurd glyphs.
+    const double pixels = std::round(m_Size * DotsPerInch / PointsPerInch);
+    f.setPixelSize(static_cast<int>(std::clamp(pixels, 1.0, 4096.0)));
+    f.setBold(m_Bold);
+    f.setItalic(m_Italic);
+    f.setUnderline(m_Underline);
+    f.setStrikeOut(m_Strikethrough);
+    // Advances add up like the classic text engine's (no pair kerning), and full hinting with
+    // grey anti-aliasing keeps glyph shapes identical on every display.
+    f.setKerning(false);
+    f.setHintingPreference(QFont::PreferFullHinting);
+    f.setStyleStrategy(QFont::NoSubpixelAntialias);
+    m_qfont = f;
+}

@@ -1,0 +1,298 @@
+#include "TreeListPainter.h"
+
+#include "IndexKey.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr OleColor kLineColor = 0x80000010; // button shadow: every tree line
+constexpr OleColor kHighlight = 0x8000000D; // selected row with focus
+constexpr OleColor kHighlightText = 0x8000000E;
+constexpr OleColor kButtonFace = 0x8000000F; // selected row without focus
+
+qint32 roundHalfEven(double v) {
+    return static_cast<qint32>(std::nearbyint(v));
+}
+
+// The Top of a row's first cell: where layout put the row.
+qint32 rowTop(lsNode &row) {
+    const lsCellPtr first = row.Cells()->at(1);
+    return first ? first->Top() : 0;
+}
+
+} // namespace
+
+// --- Rows ---------------------------------------------------------------------------------------
+
+RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIdent &ident,
+                                          qint32 widestText) const {
+    RowPaintResult result;
+    result.widestText = widestText;
+    if (rows.Count() == 0)
+        return result;
+
+    // Cells pass: decide which rows are on screen, place their cells and paint them.
+    qint32 line = m_ctx.headers;
+    for (const lsNodePtr &row : rows) {
+        if (!row->Visible() || row->Index() < m_ctx.firstDisplayedRow ||
+            line > m_ctx.visibleLineCount) {
+            row->setDisplayed(false);
+            continue;
+        }
+        row->setDisplayed(true);
+        const qint32 top = line * m_ctx.rowHeight;
+        const lsCellsPtr &cells = row->Cells();
+        for (qint32 c = 1; c <= m_ctx.columns; ++c) {
+            if (const lsCellPtr cell = cells->at(c)) {
+                cell->setTop(top);
+                cell->setHeight(m_ctx.rowHeight);
+                cell->setVisible(true);
+            }
+        }
+        ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        paintRow(dc, rows, *row, ident);
+        result.lastPaintedRow = row->Index();
+        ++line;
+    }
+
+    // Lines pass: every line before any picture, so that opaque pictures cover line ends.
+    qint32 counter = 0;
+    for (const lsNodePtr &row : rows) {
+        if (!row->Displayed()) {
+            if (counter >= m_ctx.visibleLineCount)
+                break;
+            continue;
+        }
+        if (++counter == 1) {
+            // Lines of ancestors scrolled above the view continue from the top edge.
+            for (lsNodePtr anc = row->Parent(); anc; anc = anc->Parent()) {
+                ident.Refresh(anc, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+                ident.setTreeLineY1(0);
+                DrawSiblingLine(dc, rows, anc, ident, true);
+                DrawChildLine(dc, anc, ident);
+            }
+        }
+        ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        result.widestText = std::max(result.widestText, ident.TextX());
+        DrawSiblingLine(dc, rows, row, ident, true);
+        const qint32 treeLineX = ident.TreeLineX();
+        const qint32 boxMiddle = ident.TreeLineY1();
+        if (const lsNodePtr prev = row->PrevSibling()) {
+            if (prev->Displayed()) {
+                ident.Refresh(prev, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+                result.widestText = std::max(result.widestText, ident.TextX());
+                DrawSiblingLine(dc, rows, prev, ident, false);
+            } else {
+                // The previous sibling lies above the view and its cell positions are from an
+                // older frame: join this row to the top edge instead of trusting them.
+                drawTreeLine(dc, treeLineX, 0, treeLineX, boxMiddle);
+            }
+            ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        }
+        DrawChildLine(dc, row, ident);
+    }
+
+    // Pictures pass.
+    counter = 0;
+    for (const lsNodePtr &row : rows) {
+        if (!row->Displayed()) {
+            if (counter >= m_ctx.visibleLineCount)
+                break;
+            continue;
+        }
+        ++counter;
+        ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        DrawNodePictures(dc, *row, ident);
+    }
+    result.painted = counter;
+    return result;
+}
+
+qint16 TreeListPainter::paintMode(const lsNodes &rows, const lsNode &row) const {
+    const lsNodePtr selected = rows.SelectedRow();
+    // Rows picked by multi-selection keep their Selected flag without being the selected row.
+    if ((selected && selected->Index() == row.Index()) || row.Selected())
+        return m_ctx.hasFocus ? -1 : 1;
+    return 0;
+}
+
+void TreeListPainter::paintRow(OffScreenDC &dc, const lsNodes &rows, lsNode &row,
+                               const lsIdent &ident) const {
+    const qint16 mode = paintMode(rows, row);
+    const lsCellsPtr &cells = row.Cells();
+    // The first column's text starts after the tree part.
+    if (const lsCellPtr first = cells->at(1))
+        first->setXoffset(ident.TextX());
+    for (qint32 c = 1; c <= m_ctx.columns; ++c)
+        if (const lsCellPtr cell = cells->at(c))
+            PaintCell(dc, *cell, mode);
+    if (row.Displayed())
+        drawTreeLine(dc, ident.NodeLineX1(), ident.NodeLineY(), ident.NodeLineX2(),
+                     ident.NodeLineY());
+}
+
+// --- Cells --------------------------------------------------------------------------------------
+
+qint32 TreeListPainter::PictureWidthPixels(const StdPicture &picture) const {
+    const double himetric = picture.Width();
+    const double px = m_ctx.scale ? m_ctx.scale->ScaleX(himetric, 8, 3) : himetric * 96.0 / 2540.0;
+    return roundHalfEven(px);
+}
+
+void TreeListPainter::PaintCell(OffScreenDC &dc, lsCell &cell, qint16 mode) const {
+    const bool hasIcon = !isEmptyText(cell.Icon());
+    StdPicturePtr picture;
+    if (hasIcon && m_ctx.imageList)
+        picture = m_ctx.imageList->pictureOrNull(cell.Icon());
+
+    // The first column keeps the offset the row painter gave it (the text start).
+    if (hasIcon && cell.Index() >= 2 && m_ctx.imageList)
+        cell.setXoffset(picture ? PictureWidthPixels(*picture) : 0);
+
+    CaptionAlignments align = caCenterRight;
+    if (cell.Alignment() == lsAlignLeftJustify)
+        align = caCenterLeft;
+    else if (cell.Alignment() == lsAlignCenter)
+        align = caCenterCenter;
+
+    OleColor back = cell.BackColor();
+    OleColor text = cell.Color();
+    if (mode == -1) {
+        back = kHighlight;
+        text = kHighlightText;
+    } else if (mode == 1) {
+        back = kButtonFace;
+    }
+
+    // Bold is set on the control's own font object, shared with every holder, and cleared after
+    // the cell whatever it was before.
+    StdFontPtr font = dc.Font();
+    if (cell.Bold() && font) {
+        font->setBold(true);
+        dc.setFont(font);
+    }
+    dc.DrawRect(cell.Left(), cell.Top(), cell.Width(), cell.Height(), back, text, cell.Title(),
+                cell.Xoffset(), align, static_cast<Appearances>(cell.Appearance()));
+    if (cell.Bold() && font) {
+        font->setBold(false);
+        dc.setFont(font);
+    }
+
+    if (m_ctx.focusType == lsSelectCell && cell.Selected())
+        dc.DrawFocusRect(cell.Left() + cell.Xoffset(), cell.Top(), cell.Left() + cell.Width(),
+                         cell.Top() + cell.Height());
+
+    // Pictures of the other columns sit at the cell's left edge; square pictures, so the width
+    // centres them vertically too.
+    if (hasIcon && cell.Left() >= 1 && picture) {
+        const qint32 size = PictureWidthPixels(*picture);
+        const qint32 y = cell.Top() + roundHalfEven((m_ctx.rowHeight - size) / 2.0);
+        dc.DrawPicture(picture, cell.Left(), y);
+    }
+}
+
+// --- Tree part ----------------------------------------------------------------------------------
+
+void TreeListPainter::drawTreeLine(OffScreenDC &dc, qint32 x1, qint32 y1, qint32 x2,
+                                   qint32 y2) const {
+    if (m_ctx.lineStyle != lsLineSolid && m_ctx.lineStyle != lsLineDotted)
+        return;
+    dc.DrawLine(x1, y1, x2, y2, kLineColor, m_ctx.gapColor, m_ctx.lineStyle == lsLineDotted);
+}
+
+void TreeListPainter::DrawSiblingLine(OffScreenDC &dc, const lsNodes &rows, const lsNodePtr &row,
+                                      const lsIdent &ident, bool downwards) const {
+    const lsNodePtr other = downwards ? rows.GetLastSibling(row) : row->PrevSibling();
+    if (!other)
+        return;
+    const qint32 x = ident.TreeLineX();
+    const qint32 y1 = ident.TreeLineY1();
+    qint32 y2;
+    if (other->Displayed())
+        y2 = rowTop(*other) + ident.TreeLineY2();
+    else
+        y2 = downwards ? m_ctx.scaleHeight : 0;
+    if (y1 != y2)
+        drawTreeLine(dc, x, y1, x, y2);
+}
+
+void TreeListPainter::DrawChildLine(OffScreenDC &dc, const lsNodePtr &row,
+                                    const lsIdent &ident) const {
+    const lsNodePtr last = row->LastChild();
+    if (!row->HasChild() || !last || !row->Expanded())
+        return;
+    const qint32 x = ident.ChildLineX();
+    const qint32 y1 = ident.TreeLineY1();
+    qint32 y2;
+    if (last->Displayed())
+        y2 = rowTop(*last) + ident.TreeLineY2();
+    else if (last->Index() > row->Index())
+        y2 = m_ctx.scaleHeight; // the last child comes after the rows shown
+    else
+        return;
+    if (y1 != y2)
+        drawTreeLine(dc, x, y1, x, y2);
+}
+
+StdPicturePtr TreeListPainter::builtin(int number) const {
+    if (!m_ctx.pictures || number < 101 || number > 106)
+        return nullptr;
+    return (*m_ctx.pictures)[static_cast<size_t>(number - 101)];
+}
+
+StdPicturePtr TreeListPainter::nodePicture(const lsNode &row) const {
+    const lsCellsPtr cells = const_cast<lsNode &>(row).Cells();
+    const lsCellPtr first = cells->at(1);
+    const QVariant icon = first ? first->Icon() : emptyText();
+    if (isEmptyText(icon)) {
+        if (!row.HasChild())
+            return builtin(105);
+        return builtin(row.Expanded() ? 103 : 104);
+    }
+    if (!m_ctx.imageList) {
+        const auto number = indexKeyPosition(icon);
+        return number ? builtin(*number) : nullptr;
+    }
+    if (StdPicturePtr picture = m_ctx.imageList->pictureOrNull(icon))
+        return picture;
+    return builtin(105);
+}
+
+void TreeListPainter::DrawNodePictures(OffScreenDC &dc, const lsNode &row,
+                                       const lsIdent &ident) const {
+    if (!row.Visible())
+        return;
+    if (row.HasChild())
+        dc.DrawPicture(builtin(row.Expanded() ? 101 : 102), ident.ExpX(), ident.ExpY());
+    const StdPicturePtr picture = row.Marked() ? builtin(106) : nodePicture(row);
+    if (picture)
+        dc.DrawPicture(picture, ident.picX(), ident.PicY());
+}
+
+// --- Headers ------------------------------------------------------------------------------------
+
+void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
+    for (lsNodePtr row = headers.SetFirstNode(); row; row = headers.GetNextNode(true)) {
+        row->setDisplayed(true);
+        const qint32 top = (row->Index() - 1) * m_ctx.rowHeight;
+        qint32 x = 0;
+        const lsCellsPtr &cells = row->Cells();
+        // Header cells are placed from their widths on every frame; a hidden one takes no room.
+        for (qint32 c = 1; c <= m_ctx.columns; ++c) {
+            const lsCellPtr cell = cells->at(c);
+            if (!cell || !cell->Visible())
+                continue;
+            cell->setLeft(x);
+            x += cell->Width();
+            cell->setTop(top);
+            cell->setHeight(m_ctx.rowHeight);
+            cell->setXoffset(0);
+        }
+        for (qint32 c = 1; c <= m_ctx.columns; ++c) {
+            const lsCellPtr cell = cells->at(c);
+            if (cell && cell->Visible())
+                PaintCell(dc, *cell, 0);
+        }
+    }
+}

@@ -1,0 +1,183 @@
+// The control's persisted properties through the JSON property bag.
+
+#include "TreeListFixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+namespace {
+
+class PropertyBagTest : public TreeListFixture {};
+
+TEST_F(PropertyBagTest, DefaultsWriteNothingAndLoadAsOneHeaderAndOneColumn) {
+    PropertyBag bag;
+    list->WriteProperties(bag);
+    EXPECT_EQ(bag.count(), 0) << QJsonDocument(bag.json()).toJson().toStdString();
+
+    vkTreeList loaded(nullptr, host.get());
+    loaded.ReadProperties(bag);
+    EXPECT_EQ(loaded.Headers(), 1);
+    EXPECT_EQ(loaded.Columns(), 1);
+    EXPECT_EQ(loaded.HeaderCell(lslcData, 1, 1).toString(), "Header1");
+    EXPECT_EQ(loaded.Rows(), 0);
+}
+
+TEST_F(PropertyBagTest, EveryKeyRoundTripsThroughAFile) {
+    auto images = std::make_shared<lsImageList>();
+    host->registerImageList("icons", images);
+    auto font = std::make_shared<StdFont>("DejaVu Serif", 11);
+    font->setItalic(true);
+    list->setAutoRedraw(false);
+    list->setColumns(3);
+    list->setEditMode(lsEditComboBox);
+    list->setFocusType(lsSelectFullRow);
+    list->setHeaders(2);
+    list->setRowHeight(22);
+    list->setEnabled(false);
+    list->setAppearance(lsAppFlat);
+    list->setBackColor(0x00C0FFEE);
+    list->setFont(font);
+    list->setForeColor(0x00112233);
+    list->setImageList(images);
+    list->setLineStyle(lsLineDotted);
+    list->setMultiSelect(true);
+    list->setAutoSelectNew(false);
+    list->setExpandOnDoubleClick(false);
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath("layout.json");
+    PropertyBag saved;
+    list->WriteProperties(saved);
+    ASSERT_TRUE(saved.save(path));
+    EXPECT_EQ(saved.count(), 16); // all but ColumnWidth and ComponentVersion, left at defaults
+
+    PropertyBag bag;
+    ASSERT_TRUE(bag.load(path));
+    vkTreeList loaded(nullptr, host.get());
+    loaded.ReadProperties(bag);
+    EXPECT_FALSE(loaded.AutoRedraw());
+    EXPECT_EQ(loaded.Columns(), 3);
+    EXPECT_EQ(loaded.EditMode(), lsEditComboBox);
+    EXPECT_EQ(loaded.FocusType(), lsSelectFullRow);
+    EXPECT_EQ(loaded.Headers(), 2);
+    EXPECT_EQ(loaded.HeaderCell(lslcData, 2, 3).toString(), "Header3");
+    EXPECT_EQ(loaded.RowHeight(), 22);
+    EXPECT_FALSE(loaded.Enabled());
+    EXPECT_EQ(loaded.Appearance(), lsAppFlat);
+    EXPECT_EQ(loaded.BackColor(), 0x00C0FFEEu);
+    EXPECT_EQ(loaded.Font()->Name(), "DejaVu Serif");
+    EXPECT_EQ(loaded.Font()->Size(), 11);
+    EXPECT_TRUE(loaded.Font()->Italic());
+    EXPECT_EQ(loaded.ForeColor(), 0x00112233u);
+    EXPECT_EQ(loaded.ImageList(), images);
+    EXPECT_EQ(loaded.LineStyle(), lsLineDotted);
+    EXPECT_TRUE(loaded.MultiSelect());
+    EXPECT_FALSE(loaded.AutoSelectNew());
+    EXPECT_FALSE(loaded.ExpandOnDoubleClick());
+
+    PropertyBag again;
+    loaded.WriteProperties(again);
+    EXPECT_EQ(again.json(), saved.json());
+}
+
+TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("layout.json");
+    PropertyBag good;
+    good.WriteProperty("RowHeight", QVariant::fromValue<qint16>(20),
+                       QVariant::fromValue<qint16>(18));
+    ASSERT_TRUE(good.save(path));
+
+    // A malformed file leaves the bag as it was.
+    QFile bad(dir.filePath("bad.json"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+    bad.write("{ \"RowHeight\": 20,");
+    bad.close();
+    PropertyBag bag = good;
+    QString error;
+    EXPECT_FALSE(bag.load(bad.fileName(), &error));
+    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(bag.json(), good.json());
+
+    // A save that cannot be done leaves the old file intact.
+    EXPECT_FALSE(good.save(dir.filePath("missing/dir/layout.json")));
+    PropertyBag reread;
+    ASSERT_TRUE(reread.load(path));
+    EXPECT_EQ(reread.json(), good.json());
+
+    // Values of the wrong type fail the load with type mismatch (13); too large ones overflow.
+    const struct {
+        const char *json;
+        int error;
+    } cases[] = {
+        {R"({"RowHeight": "tall"})", TreeListError::TypeMismatch},
+        {R"({"AutoRedraw": 1})", TreeListError::TypeMismatch},
+        {R"({"Columns": 2.5})", TreeListError::TypeMismatch},
+        {R"({"Font": {"Name": "DejaVu Sans", "Size": "big"}})", TreeListError::TypeMismatch},
+        {R"({"Font": 12})", TreeListError::TypeMismatch},
+        {R"({"Headers": 40000})", TreeListError::Overflow},
+    };
+    list->setColumns(2);
+    list->AddItem(emptyText(), lsNext, "A", "Alpha");
+    for (const auto &c : cases) {
+        PropertyBag typed;
+        ASSERT_TRUE(typed.fromJson(c.json));
+        try {
+            list->ReadProperties(typed);
+            ADD_FAILURE() << c.json << " loaded";
+        } catch (const TreeListError &e) {
+            EXPECT_EQ(e.number(), c.error) << c.json;
+        }
+        // Nothing of the control changed and it keeps working.
+        EXPECT_EQ(list->RowHeight(), 18) << c.json;
+        EXPECT_EQ(list->Columns(), 2) << c.json;
+        EXPECT_EQ(list->Rows(), 1) << c.json;
+    }
+    EXPECT_EQ(list->AddItem("A", lsChild, "B", "Beta"), 2);
+}
+
+TEST_F(PropertyBagTest, PutsNotifyWithTheBagKeyAndRepaintOnlyWhereTheyShould) {
+    QStringList keys;
+    QObject::connect(list.get(), &vkTreeList::PropertyChanged,
+                     [&](const QString &key) { keys << key; });
+    addFlatRows(2);
+
+    // RowHeight takes 16..255 only, silently.
+    for (int h : {15, 256, -1})
+        list->setRowHeight(h);
+    EXPECT_EQ(list->RowHeight(), 18);
+    EXPECT_TRUE(keys.isEmpty());
+    list->setRowHeight(16);
+    list->setRowHeight(255);
+    EXPECT_EQ(list->RowHeight(), 255);
+    EXPECT_EQ(keys, QStringList({"RowHeight", "RowHeight"}));
+
+    // BackColor does not repaint: the composed frame keeps the old background.
+    list->setRowHeight(18);
+    const QRgb oldBack =
+        list->surface()->hDC()->pixel(list->picOut()->width() - 5, list->picOut()->height() - 5);
+    list->setBackColor(0x000000FF);
+    EXPECT_EQ(
+        list->surface()->hDC()->pixel(list->picOut()->width() - 5, list->picOut()->height() - 5),
+        oldBack);
+    list->Refresh();
+    EXPECT_EQ(
+        list->surface()->hDC()->pixel(list->picOut()->width() - 5, list->picOut()->height() - 5),
+        qRgb(255, 0, 0));
+
+    // AutoRedraw off keeps the frame; turning it on repaints at once.
+    keys.clear();
+    list->setAutoRedraw(false);
+    list->setListCell(lslcData, 1, 1, "Changed");
+    const QImage frozen = *list->surface()->hDC();
+    list->setBackColor(0x0000FF00);
+    list->Refresh();
+    EXPECT_EQ(*list->surface()->hDC(), frozen);
+    list->setAutoRedraw(true);
+    EXPECT_NE(*list->surface()->hDC(), frozen);
+    EXPECT_EQ(keys, QStringList({"AutoRedraw", "BackColor", "AutoRedraw"}));
+}
+
+} // namespace

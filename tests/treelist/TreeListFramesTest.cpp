@@ -1,0 +1,131 @@
+// Whole frames of the control compared pixel for pixel with reference images. On a mismatch the
+// actual frame and a diff are written to the build's artifact folder; VKTL_UPDATE_GOLDEN=1
+// rewrites the references.
+
+#include "GoldenImage.h"
+#include "TreeListFixture.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QLabel>
+#include <functional>
+
+namespace {
+
+class TreeListFramesTest : public TreeListFixture {
+protected:
+    QImage frame() const { return *list->surface()->hDC(); }
+
+    void setFocusFlag(bool focused) {
+        QFocusEvent event(focused ? QEvent::FocusIn : QEvent::FocusOut);
+        QApplication::sendEvent(list->picOut(), &event);
+    }
+
+    // Three columns with distinct widths, a header row titled by column, and a small tree.
+    void buildGrid() {
+        list->setColumns(3);
+        const char *titles[] = {"Name", "Size", "Kind"};
+        const int widths[] = {160, 70, 90};
+        for (int c = 1; c <= 3; ++c) {
+            list->setHeaderCell(lslcData, 1, c, titles[c - 1]);
+            list->setHeaderCell(lslcWidth, 1, c, widths[c - 1]);
+        }
+        list->AddItem(emptyText(), lsNext, "P", "Parent");
+        list->AddItem("P", lsChild, "A", "Alpha");
+        list->AddItem("P", lsChild, "B", "Beta");
+        list->AddItem("B", lsChild, "B1", "Beta one");
+        list->AddItem("P", lsNext, "Q", "Closed parent");
+        list->AddItem("Q", lsChild, "Q1", "Hidden");
+        for (const char *key : {"P", "B"})
+            list->Expand(key);
+        for (qint32 r = 1; r <= list->Rows(); ++r) {
+            list->setListCell(lslcData, r, 2, QString::number(r * 128));
+            list->setListCell(lslcData, r, 3, r % 2 ? "odd" : "even");
+        }
+    }
+};
+
+TEST_F(TreeListFramesTest, DesignTimeSampleInEveryLineStyle) {
+    makeControl(false, 360, 160);
+    const char *names[] = {"sample-no-lines", "sample-solid", "sample-dotted"};
+    for (qint32 style : {lsNoTreeLine, lsLineSolid, lsLineDotted}) {
+        list->setLineStyle(style);
+        expectMatchesGolden(frame(), names[style]);
+    }
+}
+
+TEST_F(TreeListFramesTest, ScrolledViewContinuesTheLinesOfAncestorsAbove) {
+    list->resize(300, 130);
+    list->setAutoSelectNew(false);
+    list->AddItem(emptyText(), lsNext, "R", "Root");
+    for (int i = 1; i <= 4; ++i) {
+        const QString key = QStringLiteral("N%1").arg(i);
+        list->AddItem("R", lsChild, key, QStringLiteral("Node %1").arg(i));
+        for (int j = 1; j <= 3; ++j)
+            list->AddItem(key, lsChild, key + QString::number(j),
+                          QStringLiteral("Leaf %1.%2").arg(i).arg(j));
+        list->Expand(key);
+    }
+    list->Expand("R");
+    list->AddItem("R", lsNext, "S", "Sibling");
+    list->scrY()->setValue(8); // Leaf 2.3's parent and grandparent lie above the view
+    ASSERT_FALSE(list->Nodes("N2")->Displayed());
+    expectMatchesGolden(frame(), "scrolled-ancestors");
+}
+
+TEST_F(TreeListFramesTest, SelectionFocusAndCellLooks) {
+    list->resize(360, 170);
+    buildGrid();
+    const struct Scenario {
+        const char *name;
+        std::function<void()> setUp;
+    } scenarios[] = {
+        {"row-selected-unfocused",
+         [&] {
+             list->setFocusType(lsSelectFullRow);
+             list->SelectItem(2, 1);
+             setFocusFlag(false);
+         }},
+        {"row-selected-focused", [&] { setFocusFlag(true); }},
+        {"cell-focus",
+         [&] {
+             list->setFocusType(lsSelectCell);
+             list->SelectItem(3, 2);
+         }},
+        {"bold-then-normal-aligned",
+         [&] {
+             setFocusFlag(false);
+             list->setListCell(lslcBold, 1, 1, true);
+             list->setListCell(lslcAlignment, 1, 2, lsAlignRightJustify);
+             list->setListCell(lslcAlignment, 2, 2, lsAlignCenter);
+             list->setListCell(lslcAlignment, 3, 2, lsAlignRightJustify);
+             list->setMark(4, true);
+             list->Refresh();
+         }},
+        {"two-header-rows",
+         [&] {
+             list->setHeaders(2);
+             list->setHeaderCell(lslcData, 2, 1, "Second header");
+             list->setHeaderCell(lslcAlignment, 2, 2, lsAlignRightJustify);
+             list->Refresh();
+         }},
+    };
+    for (const Scenario &s : scenarios) {
+        s.setUp();
+        expectMatchesGolden(frame(), s.name);
+    }
+    // The bold cell did not leave the shared font bold.
+    EXPECT_FALSE(list->Font()->Bold());
+}
+
+TEST_F(TreeListFramesTest, BothScrollBarsWithTheCornerFiller) {
+    list->resize(300, 160);
+    buildGrid();
+    for (int i = 1; i <= 12; ++i)
+        list->AddItem("Q", lsNext, QStringLiteral("X%1").arg(i), QStringLiteral("Extra %1").arg(i));
+    ASSERT_FALSE(list->imgGhost()->isHidden());
+    expectMatchesGolden(list->grab().toImage().convertToFormat(QImage::Format_RGB32),
+                        "both-scroll-bars");
+}
+
+} // namespace

@@ -1,0 +1,433 @@
+// vkTreeList: life cycle, simple properties and persistence.
+// Rows, cells, columns and headers are in vkTreeListRows.cpp; the viewport and painting in
+// vkTreeListView.cpp.
+
+#include "vkTreeList.h"
+
+#include "BuiltinPictures.h"
+#include "PictureBox.h"
+#include "SystemColors.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QScrollBar>
+
+namespace {
+
+constexpr OleColor kDefaultForeColor = 0x80000008;
+constexpr OleColor kDefaultBackColor = 0x80000005;
+constexpr qint32 kBorder3D = 2;
+
+QVariant fontToVariant(const StdFontPtr &font) {
+    if (!font)
+        return QVariant();
+    QVariantMap map;
+    map.insert(QStringLiteral("Name"), font->Name());
+    map.insert(QStringLiteral("Size"), font->Size());
+    map.insert(QStringLiteral("Bold"), font->Bold());
+    map.insert(QStringLiteral("Italic"), font->Italic());
+    map.insert(QStringLiteral("Underline"), font->Underline());
+    map.insert(QStringLiteral("Strikethrough"), font->Strikethrough());
+    return map;
+}
+
+// Builds a font from its saved form; a member of the wrong type is a type mismatch.
+StdFontPtr fontFromVariant(const QVariantMap &map) {
+    auto font = std::make_shared<StdFont>();
+    const auto text = [&](const char *key, const QString &fallback) {
+        const QVariant v = map.value(QLatin1String(key), fallback);
+        if (v.typeId() != QMetaType::QString)
+            throw TreeListError(TreeListError::TypeMismatch);
+        return v.toString();
+    };
+    const auto flag = [&](const char *key) {
+        const QVariant v = map.value(QLatin1String(key), false);
+        if (v.typeId() != QMetaType::Bool)
+            throw TreeListError(TreeListError::TypeMismatch);
+        return v.toBool();
+    };
+    font->setName(text("Name", font->Name()));
+    const QVariant size = map.value(QStringLiteral("Size"), font->Size());
+    bool ok = false;
+    const double points = size.toDouble(&ok);
+    if (!ok || size.typeId() == QMetaType::QString || points <= 0)
+        throw TreeListError(TreeListError::TypeMismatch);
+    font->setSize(points);
+    font->setBold(flag("Bold"));
+    font->setItalic(flag("Italic"));
+    font->setUnderline(flag("Underline"));
+    font->setStrikethrough(flag("Strikethrough"));
+    return font;
+}
+
+qint16 vbBool(bool v) {
+    return v ? -1 : 0;
+}
+
+} // namespace
+
+vkTreeList::vkTreeList(QWidget *parent, HostContainer *host) : QWidget(parent), m_host(host) {
+    if (!m_host) {
+        m_ownHost = std::make_unique<HostContainer>();
+        m_host = m_ownHost.get();
+    }
+    m_picOut = new PictureBox(this);
+    m_picOut->setFont(m_host->AmbientFont());
+    m_scrY = new QScrollBar(Qt::Vertical, this);
+    m_scrX = new QScrollBar(Qt::Horizontal, this);
+    m_imgGhost = new QLabel(this);
+    m_imgGhost->setAutoFillBackground(true);
+    QPalette ghost = m_imgGhost->palette();
+    ghost.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(0x8000000F)));
+    m_imgGhost->setPalette(ghost);
+    m_scrX->hide();
+    m_scrY->hide();
+    m_imgGhost->hide();
+
+    connect(m_scrY, &QScrollBar::valueChanged, this, &vkTreeList::onVerticalScroll);
+    connect(m_scrX, &QScrollBar::valueChanged, this, &vkTreeList::onHorizontalScroll);
+    connect(m_picOut, &PictureBox::paintRequested, this, [this] { RedrawFrame(true); });
+    connect(m_picOut, &PictureBox::focusChanged, this, [this](bool focused) {
+        // While the editor is open the grid keeps looking focused.
+        if (!focused && m_editing)
+            return;
+        m_hasFocus = focused;
+        RedrawFrame(false);
+    });
+    connect(m_picOut, &PictureBox::mousePressed, this, [this] { m_hasFocus = true; });
+
+    Initialize();
+    setAppearance(m_appearance);
+}
+
+vkTreeList::~vkTreeList() {
+    Terminate();
+}
+
+// --- Life cycle ---------------------------------------------------------------------------------
+
+void vkTreeList::Initialize() {
+    m_headers = std::make_unique<lsNodes>();
+    m_rows = std::make_unique<lsNodes>();
+    m_ident = std::make_unique<lsIdent>();
+    m_ident->setPosLeft(3);
+    m_ident->setPosTop(3);
+    m_rowHeight = 18;
+    m_visibleLineCount = 0;
+    m_displayedRowCount = 0;
+    m_firstDisplayedRow = 0;
+    m_horizontalOffset = 0;
+    for (int i = 0; i < 6; ++i)
+        m_pictures[static_cast<size_t>(i)] = ::builtinPicture(101 + i);
+}
+
+void vkTreeList::InitProperties() {
+    m_autoRedraw = true;
+    m_columns = 1;
+    m_editMode = lsEditTextBox;
+    m_focusType = lsSelectCell;
+    m_headerCount = 1;
+    m_rowHeight = 18;
+    m_lineStyle = lsLineSolid;
+    m_defaultColumnWidth = 1200;
+    m_expandOnDoubleClick = true;
+    m_componentVersion = QVariant::fromValue<qint16>(0);
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_picOut->BackColor())));
+    setPalette(pal);
+    m_multiSelect = false;
+    m_autoSelectNew = true;
+    if (!m_host->AmbientUserMode()) {
+        buildDesignSample();
+        Refresh(true);
+    } else {
+        // A Qt host creates its controls in code rather than loading them from a saved form, so
+        // a new control starts the way a saved default one loads: one header row, one column.
+        setHeaders(static_cast<qint16>(m_headerCount));
+    }
+}
+
+void vkTreeList::ReadProperties(const PropertyBag &bag) {
+    // Everything is read into temporaries first: a value of the wrong type fails the load
+    // before anything of the control has changed.
+    const auto i16 = [&](const char *key, qint16 def) {
+        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<qint16>(def))
+            .value<qint16>();
+    };
+    const auto i32 = [&](const char *key, qint32 def) {
+        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<qint32>(def))
+            .value<qint32>();
+    };
+    const auto u32 = [&](const char *key, quint32 def) {
+        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<quint32>(def))
+            .value<quint32>();
+    };
+    const auto flag = [&](const char *key, bool def) {
+        return bag.ReadProperty(QLatin1String(key), def).toBool();
+    };
+    const bool autoRedraw = flag("AutoRedraw", true);
+    const qint16 columns = i16("Columns", 1);
+    const qint16 editMode = i16("EditMode", 0);
+    const qint32 focusType = i32("FocusType", 1);
+    const qint16 headers = i16("Headers", 1);
+    const qint16 rowHeight = i16("RowHeight", 18);
+    const qint16 lineStyle = i16("LineStyle", 1);
+    const qint16 columnWidth = i16("ColumnWidth", 1200);
+    const QVariant imageListName = bag.ReadProperty(QStringLiteral("ImageList"), QVariant());
+    const bool enabled = flag("Enabled", true);
+    const qint16 appearance = i16("Appearance", 1);
+    const QVariant ambient = fontToVariant(m_host->AmbientFont());
+    const QVariant fontValue = bag.ReadProperty(QStringLiteral("Font"), ambient);
+    const StdFontPtr font = fontFromVariant(fontValue.toMap());
+    const quint32 foreColor = u32("ForeColor", kDefaultForeColor);
+    const quint32 backColor = u32("BackColor", kDefaultBackColor);
+    const qint16 multiSelect = i16("MultiSelect", 0);
+    const bool autoSelectNew = flag("AutoSelectNew", true);
+    const qint16 componentVersion = i16("ComponentVersion", 0);
+    const qint16 expandOnDoubleClick = i16("ExpandOnDoubleClick", -1);
+
+    m_autoRedraw = autoRedraw;
+    m_columns = columns;
+    m_editMode = editMode;
+    m_focusType = focusType;
+    m_headerCount = headers;
+    m_rowHeight = rowHeight;
+    m_lineStyle = lineStyle;
+    m_defaultColumnWidth = columnWidth;
+    m_imageList =
+        imageListName.isValid() ? m_host->findImageList(imageListName.toString()) : nullptr;
+    setEnabled(enabled);
+    setAppearance(appearance);
+    m_picOut->setFont(font);
+    m_picOut->setForeColor(foreColor);
+    m_picOut->setBackColor(backColor);
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(backColor)));
+    setPalette(pal);
+    // Header rows must exist before columns are added to them.
+    setHeaders(headers);
+    setColumns(columns);
+    m_multiSelect = multiSelect != 0;
+    m_autoSelectNew = autoSelectNew;
+    m_componentVersion = QVariant::fromValue<qint16>(componentVersion);
+    m_expandOnDoubleClick = expandOnDoubleClick != 0;
+}
+
+void vkTreeList::WriteProperties(PropertyBag &bag) const {
+    const auto i16 = [](qint32 v) { return QVariant::fromValue<qint16>(static_cast<qint16>(v)); };
+    bag.WriteProperty("AutoRedraw", m_autoRedraw, true);
+    bag.WriteProperty("Columns", i16(m_columns), i16(1));
+    bag.WriteProperty("EditMode", i16(m_editMode), i16(0));
+    bag.WriteProperty("FocusType", QVariant::fromValue<qint32>(m_focusType),
+                      QVariant::fromValue<qint32>(1));
+    bag.WriteProperty("Headers", i16(m_headerCount), i16(1));
+    bag.WriteProperty("RowHeight", i16(m_rowHeight), i16(18));
+    bag.WriteProperty("Enabled", isEnabled(), true);
+    bag.WriteProperty("Appearance", i16(m_appearance), i16(1));
+    bag.WriteProperty("BackColor", QVariant::fromValue<quint32>(m_picOut->BackColor()),
+                      QVariant::fromValue<quint32>(kDefaultBackColor));
+    bag.WriteProperty("Font", fontToVariant(m_picOut->Font()),
+                      fontToVariant(m_host->AmbientFont()));
+    bag.WriteProperty("ForeColor", QVariant::fromValue<quint32>(m_picOut->ForeColor()),
+                      QVariant::fromValue<quint32>(kDefaultForeColor));
+    const QString listName = m_host->imageListName(m_imageList);
+    bag.WriteProperty("ImageList", listName.isEmpty() ? QVariant() : QVariant(listName),
+                      QVariant());
+    bag.WriteProperty("LineStyle", i16(m_lineStyle), i16(1));
+    bag.WriteProperty("ColumnWidth", i16(m_defaultColumnWidth), i16(1200));
+    bag.WriteProperty("MultiSelect", i16(vbBool(m_multiSelect)), i16(0));
+    bag.WriteProperty("AutoSelectNew", m_autoSelectNew, true);
+    bag.WriteProperty("ComponentVersion", i16(m_componentVersion.toInt()), i16(0));
+    bag.WriteProperty("ExpandOnDoubleClick", i16(vbBool(m_expandOnDoubleClick)), i16(-1));
+}
+
+void vkTreeList::Terminate() {
+    if (m_terminated)
+        return;
+    m_terminated = true;
+    // Clearing counts rows in 16 bits and overflows past 32767; shutting down must not throw, and
+    // the collections' own destructors release whatever a failed clear left.
+    for (lsNodes *nodes : {m_rows.get(), m_headers.get()}) {
+        try {
+            nodes->Clear();
+        } catch (const TreeListError &) {
+        }
+    }
+    m_rows.reset();
+    m_headers.reset();
+    m_ident.reset();
+    m_surface.reset();
+    for (StdPicturePtr &picture : m_pictures)
+        picture.reset();
+}
+
+void vkTreeList::buildDesignSample() {
+    if (m_host->AmbientUserMode()) {
+        Clear();
+        m_headerCount = 0;
+        m_columns = 0;
+        return;
+    }
+    setAutoRedraw(false);
+    Clear();
+    setHeaders(1);
+    const auto add = [this](const char *relative, lsRelationshipConstants relation, const char *key,
+                            const char *text) {
+        const qint16 index =
+            AddItem(QString::fromLatin1(relative), relation, QString::fromLatin1(key),
+                    QString::fromLatin1(text), emptyText());
+        return m_rows->Item(QVariant::fromValue<qint32>(index));
+    };
+    m_rows->setExpanded(add("", lsNext, "Node1", "Row1"), true);
+    add("Node1", lsChild, "Node11", "Row2");
+    const lsNodePtr row3 = add("Node1", lsChild, "Node12", "Row3");
+    fillSampleTexts(row3->Index());
+    m_rows->Selected(row3->Index(), 1);
+    m_rows->setExpanded(add("Node1", lsChild, "Node13", "Row4"), true);
+    add("Node13", lsChild, "Node#131", "Row5");
+    fillSampleTexts(add("Node13", lsChild, "Node#132", "Row6")->Index());
+    setHeaders(1);
+    setAutoRedraw(true);
+}
+
+void vkTreeList::fillSampleTexts(qint32 rowIndex) {
+    for (qint32 c = 1; c <= m_columns; ++c)
+        setListCell(lslcData, rowIndex, c, QStringLiteral("Cell#%1%2").arg(rowIndex).arg(c));
+}
+
+void vkTreeList::notify(const QString &key) {
+    emit PropertyChanged(key);
+}
+
+// --- Properties ---------------------------------------------------------------------------------
+
+void vkTreeList::setAppearance(qint32 value) {
+    m_appearance = static_cast<qint16>(value);
+    const int border = m_appearance == lsApp3D ? kBorder3D : 0;
+    setContentsMargins(border, border, border, border);
+    notify("Appearance");
+    RedrawFrame(false);
+}
+
+void vkTreeList::setAutoRedraw(bool value) {
+    m_autoRedraw = value;
+    notify("AutoRedraw");
+    if (value)
+        Refresh(false);
+}
+
+OleColor vkTreeList::BackColor() const {
+    return m_picOut->BackColor();
+}
+
+void vkTreeList::setBackColor(OleColor value) {
+    m_picOut->setBackColor(value);
+    notify("BackColor");
+}
+
+void vkTreeList::setEditMode(qint32 value) {
+    m_editMode = value;
+    notify("EditMode");
+}
+
+void vkTreeList::setFocusType(qint32 value) {
+    m_focusType = value;
+    notify("FocusType");
+}
+
+StdFontPtr vkTreeList::Font() const {
+    return m_picOut->Font();
+}
+
+void vkTreeList::setFont(const StdFontPtr &font) {
+    if (!font)
+        throw TreeListError(TreeListError::TypeMismatch);
+    m_picOut->setFont(font);
+    notify("Font");
+}
+
+OleColor vkTreeList::ForeColor() const {
+    return m_picOut->ForeColor();
+}
+
+void vkTreeList::setForeColor(OleColor value) {
+    m_picOut->setForeColor(value);
+    notify("ForeColor");
+}
+
+void vkTreeList::setImageList(const lsImageListPtr &list) {
+    m_imageList = list;
+    notify("ImageList");
+}
+
+void vkTreeList::setLineStyle(qint32 value) {
+    m_lineStyle = value;
+    notify("LineStyle");
+    RedrawFrame(false);
+}
+
+void vkTreeList::setRowHeight(qint32 value) {
+    // Out-of-range heights are ignored without an error, on purpose.
+    if (value < 16 || value > 255)
+        return;
+    m_rowHeight = value;
+    notify("RowHeight");
+    RedrawFrame(false);
+}
+
+void vkTreeList::setMultiSelect(bool value) {
+    m_multiSelect = value;
+    notify("MultiSelect");
+}
+
+void vkTreeList::setAutoSelectNew(bool value) {
+    m_autoSelectNew = value;
+    notify("AutoSelectNew");
+}
+
+void vkTreeList::setExpandOnDoubleClick(bool value) {
+    m_expandOnDoubleClick = value;
+    notify("ExpandOnDoubleClick");
+}
+
+StdPicturePtr vkTreeList::builtinPicture(int number) const {
+    if (number < 101 || number > 106)
+        return nullptr;
+    return m_pictures[static_cast<size_t>(number - 101)];
+}
+
+// --- Window events ------------------------------------------------------------------------------
+
+void vkTreeList::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && m_rows) {
+        notify("Enabled");
+        RedrawFrame(false);
+    }
+}
+
+void vkTreeList::paintEvent(QPaintEvent *) {
+    if (m_appearance != lsApp3D)
+        return;
+    // A sunken two-pixel border, drawn the way the surface draws its Raised3D cells, inverted.
+    QPainter p(this);
+    const QRect r = rect().adjusted(0, 0, -1, -1);
+    const auto line = [&](OleColor c, int x1, int y1, int x2, int y2) {
+        p.setPen(QColor::fromRgb(oleTranslateColor(c)));
+        p.drawLine(x1, y1, x2, y2);
+    };
+    line(0x80000010, r.left(), r.top(), r.right() - 1, r.top());
+    line(0x80000010, r.left(), r.top(), r.left(), r.bottom() - 1);
+    line(0x80000015, r.left() + 1, r.top() + 1, r.right() - 2, r.top() + 1);
+    line(0x80000015, r.left() + 1, r.top() + 1, r.left() + 1, r.bottom() - 2);
+    line(0x80000014, r.left(), r.bottom(), r.right(), r.bottom());
+    line(0x80000014, r.right(), r.top(), r.right(), r.bottom());
+    line(0x80000016, r.left() + 1, r.bottom() - 1, r.right() - 1, r.bottom() - 1);
+    line(0x80000016, r.right() - 1, r.top() + 1, r.right() - 1, r.bottom() - 1);
+}
+
+void vkTreeList::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    onResize();
+}

@@ -1,0 +1,285 @@
+#pragma once
+// vkTreeList: a tree view whose every row carries cells in columns, under zero or more header
+// rows. The host fills it through AddItem / ListCell / Nodes, sets its properties, and saves and
+// loads them through a PropertyBag. All drawing is composed off screen and shown in one copy.
+//
+// Sections of this header: life cycle; properties; columns and headers; rows and cells;
+// selection; viewport; painting; children; signals; private state.
+
+#include "HostContainer.h"
+#include "OffScreenDC.h"
+#include "PropertyBag.h"
+#include "ScaleConverter.h"
+#include "StdPicture.h"
+#include "TreeListPainter.h"
+#include "TreeListTypes.h"
+#include "lsIdent.h"
+#include "lsImageList.h"
+#include "lsNodes.h"
+
+#include <QWidget>
+#include <array>
+#include <memory>
+#include <optional>
+
+class PictureBox;
+class QLabel;
+class QScrollBar;
+
+class vkTreeList : public QWidget {
+    Q_OBJECT
+public:
+    // Creates the control and its children and runs Initialize. The host may be null (then a
+    // default run-mode host is used); it must outlive the control.
+    explicit vkTreeList(QWidget *parent = nullptr, HostContainer *host = nullptr);
+    // Runs Terminate.
+    ~vkTreeList() override;
+
+    // --- Life cycle -------------------------------------------------------------------------
+    // Sets up a new instance; at design time it also shows the six sample rows.
+    void InitProperties();
+    // Loads the persisted properties; a wrong type raises type mismatch and leaves the control
+    // usable with what was read so far.
+    void ReadProperties(const PropertyBag &bag);
+    // Saves the 18 persisted properties (a value equal to its default is not stored).
+    void WriteProperties(PropertyBag &bag) const;
+
+    // --- Properties ---------------------------------------------------------------------------
+    // Window border: lsAppFlat or lsApp3D.
+    qint32 Appearance() const { return m_appearance; }
+    void setAppearance(qint32 value);
+    // Whether frames are composed; turning it on repaints at once.
+    bool AutoRedraw() const { return m_autoRedraw; }
+    void setAutoRedraw(bool value);
+    // Background colour of the drawing child (OLE colour); no repaint.
+    OleColor BackColor() const;
+    void setBackColor(OleColor value);
+    // How the in-place editor edits (lsEditModeConstants).
+    qint32 EditMode() const { return m_editMode; }
+    void setEditMode(qint32 value);
+    // Whether the control takes input (QWidget::setEnabled also notifies and repaints).
+    bool Enabled() const { return isEnabled(); }
+    // Whether clicks and keys select rows or cells (lsSelectConstants).
+    qint32 FocusType() const { return m_focusType; }
+    void setFocusType(qint32 value);
+    // The control's font, shared with the drawing surface.
+    StdFontPtr Font() const;
+    void setFont(const StdFontPtr &font);
+    using QWidget::setFont;
+    // Text colour of the drawing child (OLE colour); no repaint.
+    OleColor ForeColor() const;
+    void setForeColor(OleColor value);
+    // The host's image list for row and cell pictures (may be null); no repaint.
+    const lsImageListPtr &ImageList() const { return m_imageList; }
+    void setImageList(const lsImageListPtr &list);
+    // Tree line style (lsLineStyle).
+    qint32 LineStyle() const { return m_lineStyle; }
+    void setLineStyle(qint32 value);
+    // Row height in pixels; only 16..255 is taken, other values are silently ignored.
+    qint32 RowHeight() const { return m_rowHeight; }
+    void setRowHeight(qint32 value);
+    // Whether mouse clicks with Shift or Ctrl add rows to the selection.
+    bool MultiSelect() const { return m_multiSelect; }
+    void setMultiSelect(bool value);
+    // Whether AddItem selects the new row.
+    bool AutoSelectNew() const { return m_autoSelectNew; }
+    void setAutoSelectNew(bool value);
+    // Whether a double click (or Enter) opens and closes a row.
+    bool ExpandOnDoubleClick() const { return m_expandOnDoubleClick; }
+    void setExpandOnDoubleClick(bool value);
+    // The width given to columns that have none, persisted as "ColumnWidth".
+    qint32 DefaultColumnWidth() const { return m_defaultColumnWidth; }
+    // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; twips by default).
+    qint16 ScaleMode() const { return m_scaleMode; }
+    void setScaleMode(qint16 value) { m_scaleMode = value; }
+
+    // --- Columns and headers -------------------------------------------------------------------
+    // Number of data columns; values below 1 are ignored.
+    qint32 Columns() const { return m_columns; }
+    void setColumns(qint32 value);
+    // Number of header rows (16-bit).
+    qint16 Headers();
+    void setHeaders(qint16 value);
+    // Width of a column in the control's scale mode, -1 when there is no such column or row.
+    qint32 ColumnWidth(qint32 ColID) const;
+    void setColumnWidth(qint32 ColID, qint32 width);
+    // Fits a column to its longest text; always returns false.
+    bool AutoSize(qint32 ColID);
+
+    // --- Rows and cells -------------------------------------------------------------------------
+    // Adds a row relative to another; returns its Index (16-bit) or -1. lsFirst / lsLast are
+    // written back as lsNext.
+    qint16 AddItem(const QVariant &Relative, qint32 &Relationship,
+                   const QVariant &Key = emptyText(), const QString &Text = QString(),
+                   const QVariant &Image = emptyText());
+    qint16 AddItem(const QVariant &Relative = emptyText(),
+                   lsRelationshipConstants Relationship = lsNext, const QVariant &Key = emptyText(),
+                   const QString &Text = QString(), const QVariant &Image = emptyText());
+    // Removes every row; returns false.
+    bool Clear();
+    // The row at a position or under a key, or null.
+    lsNodePtr Nodes(const QVariant &IndexKey) const;
+    // Number of rows.
+    qint32 Rows() const;
+    // Index of the selected row, 0 when none.
+    qint32 Row() const;
+    // Index of the selected cell, 0 when none.
+    qint32 Col() const;
+    // Opens / closes a row and raises OnExpand / OnCollapse; false for an unknown row.
+    bool Expand(const QVariant &RowIndexKey);
+    bool Collapse(const QVariant &RowIndexKey);
+    // Removes a row (found by its key) with its subtree; false for an unknown row.
+    bool RemoveItem(const QVariant &RowIndexKey);
+    // Recomputes visibility from a row onwards; always false.
+    bool SetVisibility(const QVariant &RowIndexKey);
+    // Reads one property of a body cell; -1 names the current row / column. Empty when none.
+    QVariant ListCell(qint32 CellProperty = lslcData, qint32 RowID = -1, qint32 ColID = -1);
+    // Writes one property of a body cell and repaints its row when it is on screen.
+    void setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID, const QVariant &value);
+    // Resolves -1 to the current row / column (written back) and returns the cell, or null.
+    lsCellPtr ResolveListCell(qint32 &RowID, qint32 &ColID) const;
+    // Reads / writes one property of a header cell (no defaults; out of range means none).
+    QVariant HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const;
+    void setHeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID, const QVariant &value);
+    // The header cell at a header row and column, or null.
+    lsCellPtr ResolveHeaderCell(qint32 RowID, qint32 ColID) const;
+
+    // --- Selection ------------------------------------------------------------------------------
+    // Selects a row and cell (cell: the current one's column, else 1) and repaints.
+    void SelectItem(qint32 RowID, std::optional<qint32> ColID = std::nullopt);
+    // The user's mark on a row; false / nothing for an unknown row.
+    bool Mark(qint32 RowID) const;
+    void setMark(qint32 RowID, bool value);
+
+    // --- Viewport -------------------------------------------------------------------------------
+    // Scrolls down so that a row below the view becomes its last line; never scrolls up.
+    QVariant EnsureVisible(const QVariant &IndexKey);
+    // Index of the row drawn right under the header rows.
+    qint32 FirstDisplayedRow() const { return m_firstDisplayedRow; }
+    // Number of data lines that fit under the header rows (a partial line counts).
+    qint16 VisibleLineCount() const { return m_visibleLineCount; }
+    // Horizontal scroll offset in pixels (zero or negative).
+    qint32 HorizontalOffset() const { return m_horizontalOffset; }
+
+    // --- Painting -------------------------------------------------------------------------------
+    // Recomposes the whole frame (after clearing the drawing child when asked).
+    void Refresh(bool Clear = false);
+    // Seconds the last frame took.
+    float ReDrawTime() const { return m_redrawTime; }
+    // The composed frame (null before the first one).
+    const OffScreenDC *surface() const { return m_surface.get(); }
+    // Index of the last row painted in the last frame.
+    qint32 LastPaintedRow() const { return m_lastPaintedRow; }
+
+    // --- Children and owned objects -------------------------------------------------------------
+    PictureBox *picOut() const { return m_picOut; }
+    QScrollBar *scrX() const { return m_scrX; }
+    QScrollBar *scrY() const { return m_scrY; }
+    QLabel *imgGhost() const { return m_imgGhost; }
+    // The body rows and the header rows.
+    lsNodes *rows() const { return m_rows.get(); }
+    lsNodes *headers() const { return m_headers.get(); }
+    // One of the six built-in pictures, 101..106 (null for other numbers).
+    StdPicturePtr builtinPicture(int number) const;
+    // Whether the drawing child has the focus, as painting sees it.
+    bool hasFocusFlag() const { return m_hasFocus; }
+
+signals:
+    // A property changed; the key is the one the property bag uses.
+    void PropertyChanged(const QString &key);
+    // The view scrolled.
+    void Scroll();
+    // A row was opened / closed by the control.
+    void OnExpand(qint32 RowID);
+    void OnCollapse(qint32 RowID);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    // Life cycle
+    void Initialize();
+    void Terminate();
+    void buildDesignSample();
+    void fillSampleTexts(qint32 rowIndex);
+    void onResize();
+    void notify(const QString &key);
+
+    // Columns and rows
+    void CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
+                        OleColor foreColor, OleColor backColor, qint32 appearance);
+    qint32 defaultCellWidth(qint32 column) const;
+    qint32 defaultHeaderWidth(qint32 column) const;
+    void addHeaderCells(const lsNodePtr &node);
+    QVariant cellProperty(const lsCell &cell, qint32 property) const;
+    bool setCellProperty(lsCell &cell, qint32 property, const QVariant &value);
+
+    // Viewport
+    bool lineCapacity();
+    void layoutScrollBars();
+    void onVerticalScroll(int value);
+    void onHorizontalScroll(int value);
+    void scrollBy(bool upwards, qint32 amount);
+    qint32 displayedRowCount();
+    qint32 rowAtDisplayPosition(qint32 count);
+    qint32 scrollBarExtent() const;
+    void scrollIntoView(qint32 rowIndex);
+
+    // Painting
+    void RedrawFrame(bool keepIfUnchanged);
+    std::unique_ptr<OffScreenDC> newSurface();
+    void paintFrame(OffScreenDC &dc);
+    PaintContext paintContext();
+    void repaintRow(const lsNodePtr &row, bool header);
+    void showSurface();
+
+    HostContainer *m_host;
+    std::unique_ptr<HostContainer> m_ownHost;
+
+    // Children
+    PictureBox *m_picOut;
+    QScrollBar *m_scrX;
+    QScrollBar *m_scrY;
+    QLabel *m_imgGhost;
+
+    // Owned objects, created in this order and released in this order by Terminate
+    std::unique_ptr<lsNodes> m_headers;
+    std::unique_ptr<lsNodes> m_rows;
+    std::unique_ptr<lsIdent> m_ident;
+    std::unique_ptr<OffScreenDC> m_surface;
+    std::array<StdPicturePtr, 6> m_pictures;
+
+    // Plain fields
+    qint32 m_lineStyle = lsLineSolid;
+    lsImageListPtr m_imageList;
+    bool m_autoRedraw = true;
+    qint32 m_columns = 1;
+    qint32 m_editMode = lsEditTextBox;
+    qint32 m_focusType = lsSelectCell;
+    qint32 m_headerCount = 1;
+    qint32 m_rowHeight = 18;
+    qint32 m_defaultColumnWidth = 1200;
+    bool m_multiSelect = false;
+    bool m_autoSelectNew = true;
+    bool m_expandOnDoubleClick = true;
+    QVariant m_componentVersion = QVariant::fromValue<qint16>(0);
+    qint32 m_appearance = lsApp3D;
+    qint16 m_scaleMode = 1;
+
+    // Viewport
+    bool m_suspend = false;
+    qint16 m_visibleLineCount = 0;
+    qint32 m_displayedRowCount = 0;
+    qint16 m_firstDisplayedRow = 0;
+    bool m_editing = false;
+    qint32 m_horizontalOffset = 0;
+
+    // Painting
+    bool m_hasFocus = false;
+    float m_redrawTime = 0.0f;
+    qint32 m_lastPaintedRow = 0;
+    qint32 m_widestText = 0;
+    bool m_terminated = false;
+};

@@ -1,0 +1,446 @@
+// vkTreeList: rows, cells, selection, columns and header rows.
+
+#include "vkTreeList.h"
+
+#include "PictureBox.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr OleColor kHeaderBackColor = 0x8000000F;
+constexpr qint32 kHeaderAppearance = static_cast<qint32>(Appearances::Raised3D);
+constexpr qint32 kAutoSizePadding = 12;
+
+qint32 roundHalfEven(double v) {
+    return static_cast<qint32>(std::nearbyint(v));
+}
+
+qint32 toLong(const QVariant &value) {
+    bool ok = false;
+    const double d = value.toDouble(&ok);
+    if (!ok || value.typeId() == QMetaType::QVariantList)
+        throw TreeListError(TreeListError::TypeMismatch);
+    return toInt32(static_cast<qint64>(std::nearbyint(d)));
+}
+
+bool toBoolean(const QVariant &value) {
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool();
+    return toLong(value) != 0;
+}
+
+} // namespace
+
+// --- Rows ---------------------------------------------------------------------------------------
+
+qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
+                           const QString &Text, const QVariant &Image) {
+    const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
+    if (!node)
+        return -1;
+    CreateRowCells(node, Text, Image, m_picOut->ForeColor(), m_picOut->BackColor(),
+                   static_cast<qint32>(Appearances::Flat));
+    const qint16 result = toInt16(node->Index());
+    if (m_autoSelectNew)
+        SelectItem(node->Index(), 0);
+    if (m_autoRedraw) {
+        if (m_autoSelectNew)
+            scrollIntoView(node->Index());
+        Refresh(false);
+    }
+    return result;
+}
+
+qint16 vkTreeList::AddItem(const QVariant &Relative, lsRelationshipConstants Relationship,
+                           const QVariant &Key, const QString &Text, const QVariant &Image) {
+    qint32 relationship = Relationship;
+    return AddItem(Relative, relationship, Key, Text, Image);
+}
+
+void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
+                                OleColor foreColor, OleColor backColor, qint32 appearance) {
+    const lsCellsPtr &cells = node->Cells();
+    for (qint32 i = cells->Count() + 1; i <= m_columns; ++i) {
+        const qint16 column = toInt16(i);
+        lsCellPtr cell;
+        if (i == 1) {
+            cell = cells->Add(Text, column, defaultCellWidth(i));
+            cell->setIcon(Image);
+        } else {
+            cell = cells->Add(QString(), column, defaultCellWidth(i));
+        }
+        cell->setColor(foreColor);
+        cell->setBackColor(backColor);
+        cell->setAppearance(appearance);
+    }
+}
+
+qint32 vkTreeList::defaultCellWidth(qint32 column) const {
+    // Data cells follow the first header row wherever it has the column.
+    if (const lsNodePtr header = m_headers->at(1))
+        if (const lsCellPtr cell = header->Cells()->at(column))
+            return cell->Width();
+    return column == 1 ? 150 : 120;
+}
+
+qint32 vkTreeList::defaultHeaderWidth(qint32 column) const {
+    // The first header row itself is always built with 120 for every column; later header rows
+    // copy its widths.
+    if (m_headers->Count() >= 2)
+        if (const lsCellPtr cell = m_headers->at(1)->Cells()->at(column))
+            return cell->Width();
+    return 120;
+}
+
+void vkTreeList::addHeaderCells(const lsNodePtr &node) {
+    const lsCellsPtr &cells = node->Cells();
+    for (qint32 c = cells->Count() + 1; c <= m_columns; ++c) {
+        const lsCellPtr cell =
+            cells->Add(QStringLiteral("Header%1").arg(c), toInt16(c), defaultHeaderWidth(c));
+        cell->setColor(m_picOut->ForeColor());
+        cell->setBackColor(kHeaderBackColor);
+        cell->setAppearance(kHeaderAppearance);
+    }
+}
+
+bool vkTreeList::Clear() {
+    m_rows->Clear();
+    m_firstDisplayedRow = 0;
+    m_lastPaintedRow = 0;
+    RedrawFrame(false);
+    return false;
+}
+
+lsNodePtr vkTreeList::Nodes(const QVariant &IndexKey) const {
+    return m_rows->Item(IndexKey);
+}
+
+qint32 vkTreeList::Rows() const {
+    return m_rows->Count();
+}
+
+qint32 vkTreeList::Row() const {
+    const lsNodePtr row = m_rows->SelectedRow();
+    return row ? row->Index() : 0;
+}
+
+qint32 vkTreeList::Col() const {
+    const lsCellPtr cell = m_rows->SelectedCell();
+    return cell ? cell->Index() : 0;
+}
+
+bool vkTreeList::Expand(const QVariant &RowIndexKey) {
+    const lsNodePtr node = m_rows->Item(RowIndexKey);
+    if (!node)
+        return false;
+    m_rows->setExpanded(node, true);
+    emit OnExpand(node->Index());
+    RedrawFrame(false);
+    return true;
+}
+
+bool vkTreeList::Collapse(const QVariant &RowIndexKey) {
+    const lsNodePtr node = m_rows->Item(RowIndexKey);
+    if (!node)
+        return false;
+    m_rows->setExpanded(node, false);
+    emit OnCollapse(node->Index());
+    RedrawFrame(false);
+    return true;
+}
+
+bool vkTreeList::RemoveItem(const QVariant &RowIndexKey) {
+    bool result = false;
+    if (const lsNodePtr node = m_rows->Item(RowIndexKey)) {
+        if (node->Selected()) {
+            // The replacement is searched from the node's key: a key-less row searches from the
+            // first row, like the removal below that finds nothing by an empty key.
+            m_rows->SetFirstNode(node->Key());
+            lsNodePtr candidate = m_rows->GetNextNode(true);
+            for (qint32 i = node->Index() - 1; !candidate && i >= 1; --i) {
+                const lsNodePtr before = m_rows->at(i);
+                if (before && before->Displayed())
+                    candidate = before;
+            }
+            if (candidate) {
+                const lsCellPtr cell = m_rows->SelectedCell();
+                SelectItem(candidate->Index(),
+                           cell ? std::optional<qint32>(cell->Index()) : std::nullopt);
+            }
+        }
+        m_rows->Remove(node->Key());
+        RedrawFrame(false);
+        result = true;
+    }
+    if (m_rows->Count() == 0)
+        m_rows->ClearSelection();
+    return result;
+}
+
+bool vkTreeList::SetVisibility(const QVariant &RowIndexKey) {
+    return m_rows->SetVisibility(m_rows->Item(RowIndexKey));
+}
+
+// --- Cells --------------------------------------------------------------------------------------
+
+lsCellPtr vkTreeList::ResolveListCell(qint32 &RowID, qint32 &ColID) const {
+    if (RowID == -1)
+        RowID = Row();
+    if (ColID == -1)
+        ColID = Col();
+    if (RowID < 1 || RowID > m_rows->Count())
+        return nullptr;
+    const lsCellsPtr &cells = m_rows->at(RowID)->Cells();
+    if (ColID < 1 || ColID > cells->Count())
+        return nullptr;
+    return cells->at(ColID);
+}
+
+lsCellPtr vkTreeList::ResolveHeaderCell(qint32 RowID, qint32 ColID) const {
+    if (RowID < 1 || RowID > m_headers->Count())
+        return nullptr;
+    const lsCellsPtr &cells = m_headers->at(RowID)->Cells();
+    if (ColID < 1 || ColID > cells->Count())
+        return nullptr;
+    return cells->at(ColID);
+}
+
+QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {
+    const lsCellPtr cell = ResolveListCell(RowID, ColID);
+    return cell ? cellProperty(*cell, CellProperty) : QVariant();
+}
+
+void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
+                             const QVariant &value) {
+    const lsCellPtr cell = ResolveListCell(RowID, ColID);
+    if (!cell || !setCellProperty(*cell, CellProperty, value))
+        return;
+    const lsNodePtr row = m_rows->at(RowID);
+    if (row->Displayed())
+        repaintRow(row, false);
+}
+
+QVariant vkTreeList::HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const {
+    const lsCellPtr cell = ResolveHeaderCell(RowID, ColID);
+    return cell ? cellProperty(*cell, CellProperty) : QVariant();
+}
+
+void vkTreeList::setHeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
+                               const QVariant &value) {
+    const lsCellPtr cell = ResolveHeaderCell(RowID, ColID);
+    if (!cell || !setCellProperty(*cell, CellProperty, value))
+        return;
+    const lsNodePtr row = m_headers->at(RowID);
+    if (row->Displayed())
+        repaintRow(row, true);
+}
+
+QVariant vkTreeList::cellProperty(const lsCell &cell, qint32 property) const {
+    switch (property) {
+    case lslcAlignment:
+        return cell.Alignment();
+    case lslcBold:
+        return cell.Bold();
+    case lslcData:
+        return cell.Title();
+    case lslcIcon:
+        return cell.Icon();
+    case lslcTag:
+        return cell.Tag();
+    case lslcTop:
+        return cell.Top();
+    case lslcLeft:
+        return cell.Left();
+    case lslcHeight:
+        return cell.Height();
+    case lslcWidth:
+        return cell.Width();
+    case lslcForeColor:
+        return cell.Color();
+    case lslcbackColor:
+        return cell.BackColor();
+    case lsLCSelected:
+        return cell.Selected();
+    default:
+        return QVariant();
+    }
+}
+
+bool vkTreeList::setCellProperty(lsCell &cell, qint32 property, const QVariant &value) {
+    switch (property) {
+    case lslcAlignment:
+        cell.setAlignment(toLong(value));
+        break;
+    case lslcBold:
+        cell.setBold(toBoolean(value));
+        break;
+    case lslcData:
+        cell.setTitle(variantText(value));
+        break;
+    case lslcIcon:
+        cell.setIcon(value);
+        break;
+    case lslcTag:
+        cell.setTag(value);
+        break;
+    case lslcTop:
+        cell.setTop(toLong(value));
+        break;
+    case lslcLeft:
+        cell.setLeft(toLong(value));
+        break;
+    case lslcHeight:
+        cell.setHeight(toLong(value));
+        break;
+    case lslcWidth:
+        cell.setWidth(toLong(value));
+        break;
+    case lslcForeColor:
+        cell.setColor(static_cast<OleColor>(value.toLongLong()));
+        break;
+    case lslcbackColor:
+        cell.setBackColor(static_cast<OleColor>(value.toLongLong()));
+        break;
+    case lsLCSelected:
+        cell.setSelected(toBoolean(value));
+        break;
+    default:
+        return false;
+    }
+    return true;
+}
+
+// --- Selection ----------------------------------------------------------------------------------
+
+void vkTreeList::SelectItem(qint32 RowID, std::optional<qint32> ColID) {
+    if (!ColID) {
+        const lsCellPtr cell = m_rows->SelectedCell();
+        ColID = cell ? cell->Index() : 1;
+    }
+    // A programmatic selection always replaces the previous one, whatever MultiSelect says.
+    m_rows->Selected(RowID, *ColID, false);
+    RedrawFrame(false);
+}
+
+bool vkTreeList::Mark(qint32 RowID) const {
+    const lsNodePtr row = m_rows->Item(RowID);
+    return row && row->Marked();
+}
+
+void vkTreeList::setMark(qint32 RowID, bool value) {
+    const lsNodePtr row = m_rows->Item(RowID);
+    if (!row)
+        return;
+    row->setMarked(value);
+    RedrawFrame(false);
+}
+
+// --- Columns and headers ------------------------------------------------------------------------
+
+void vkTreeList::setColumns(qint32 value) {
+    if (value < 1)
+        return;
+    if (value > m_columns) {
+        m_columns = value;
+        for (const lsNodePtr &row : *m_rows)
+            CreateRowCells(row, QString(), emptyText(), m_picOut->ForeColor(),
+                           m_picOut->BackColor(), static_cast<qint32>(Appearances::Flat));
+        for (const lsNodePtr &header : *m_headers)
+            addHeaderCells(header);
+        notify("Columns");
+        Refresh(true);
+    } else if (value < m_columns) {
+        const auto trim = [&](lsNodes &nodes) {
+            for (const lsNodePtr &row : nodes) {
+                const lsCellsPtr &cells = row->Cells();
+                for (qint32 c = std::min(m_columns, cells->Count()); c > value; --c)
+                    cells->Remove(c);
+            }
+        };
+        trim(*m_rows);
+        trim(*m_headers);
+        m_columns = value;
+        notify("Columns");
+        Refresh(true);
+    }
+    // At design time the sample always covers the new column count.
+    if (!m_host->AmbientUserMode()) {
+        buildDesignSample();
+        Refresh(true);
+    }
+}
+
+qint16 vkTreeList::Headers() {
+    m_headerCount = m_headers->Count();
+    return toInt16(m_headerCount);
+}
+
+void vkTreeList::setHeaders(qint16 value) {
+    const qint32 current = Headers();
+    if (value < current) {
+        for (qint32 i = current; i > value && i >= 1; --i)
+            m_headers->Remove(i);
+        m_headerCount = value;
+        notify("Headers");
+        Refresh(true);
+    } else if (value > current) {
+        for (qint32 i = current + 1; i <= value; ++i) {
+            // Header rows are flat, each after the previous one.
+            const QVariant relative = i > 1 ? QVariant(i - 1) : QVariant();
+            addHeaderCells(m_headers->Add(relative, lsNext, emptyText(), QString()));
+        }
+        m_headerCount = value;
+        notify("Headers");
+        Refresh(true);
+    }
+}
+
+qint32 vkTreeList::ColumnWidth(qint32 ColID) const {
+    if (ColID < 1 || ColID > m_columns)
+        return -1;
+    lsNodePtr row = m_headers->at(1);
+    if (!row)
+        row = m_rows->at(1);
+    const lsCellPtr cell = row ? row->Cells()->at(ColID) : nullptr;
+    if (!cell)
+        return -1;
+    return roundHalfEven(m_picOut->ScaleX(cell->Width(), 3, m_scaleMode));
+}
+
+void vkTreeList::setColumnWidth(qint32 ColID, qint32 width) {
+    const qint32 pixels = roundHalfEven(m_picOut->ScaleX(width, m_scaleMode, 3));
+    // A column that a row lacks fails with the cell collection's error.
+    for (const lsNodePtr &header : *m_headers)
+        header->Cells()->Item(ColID)->setWidth(pixels);
+    for (const lsNodePtr &row : *m_rows)
+        row->Cells()->Item(ColID)->setWidth(pixels);
+    Refresh(false);
+}
+
+bool vkTreeList::AutoSize(qint32 ColID) {
+    // No range check on ColID, deliberately: a column that does not exist fails in the lookup.
+    lsNodePtr first = m_headers->at(1);
+    if (!first)
+        first = m_rows->at(1);
+    if (!first)
+        return false;
+    const auto measure = [this](const QString &text) {
+        return roundHalfEven(m_picOut->TextWidth(text) + 0.99999);
+    };
+    qint32 widest = measure(first->Cells()->Item(ColID)->Title()) + kAutoSizePadding;
+    for (const lsNodePtr &row : *m_rows) {
+        qint32 width = measure(row->Cells()->Item(ColID)->Title());
+        if (ColID == 1) {
+            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+            width += m_ident->TextX();
+        }
+        widest = std::max(widest, width + kAutoSizePadding);
+    }
+    for (const lsNodePtr &row : *m_rows)
+        row->Cells()->Item(ColID)->setWidth(widest);
+    for (const lsNodePtr &header : *m_headers)
+        header->Cells()->Item(ColID)->setWidth(widest);
+    RedrawFrame(false);
+    return false;
+}

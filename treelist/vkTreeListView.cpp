@@ -1,0 +1,298 @@
+// vkTreeList: the viewport (line capacity, scroll bars, scrolling) and frame painting.
+
+#include "vkTreeList.h"
+
+#include "PictureBox.h"
+
+#include <QLabel>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTime>
+#include <cmath>
+
+namespace {
+
+float secondsSinceMidnight() {
+    return static_cast<float>(QTime::currentTime().msecsSinceStartOfDay()) / 1000.0f;
+}
+
+} // namespace
+
+// --- Viewport -----------------------------------------------------------------------------------
+
+void vkTreeList::onResize() {
+    if (!m_rows)
+        return;
+    // The drawing child takes the whole inner area; the bars lie over its right and bottom
+    // edges, which is why line capacity subtracts the horizontal bar's height.
+    m_picOut->setGeometry(contentsRect());
+    const bool moreLines = lineCapacity();
+    layoutScrollBars();
+    m_host->DoEvents();
+    RedrawFrame(!moreLines);
+}
+
+qint32 vkTreeList::scrollBarExtent() const {
+    return style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_scrY);
+}
+
+qint32 vkTreeList::displayedRowCount() {
+    // The rows a visible-only walk reaches: exactly those whose Visible is set.
+    qint32 count = 0;
+    for (const lsNodePtr &row : *m_rows)
+        if (row->Visible())
+            ++count;
+    return count;
+}
+
+qint32 vkTreeList::rowAtDisplayPosition(qint32 count) {
+    qint32 reached = 0;
+    qint32 index = 1;
+    for (const lsNodePtr &row : *m_rows) {
+        if (!row->Visible())
+            continue;
+        index = row->Index();
+        if (++reached >= count)
+            break;
+    }
+    return index;
+}
+
+bool vkTreeList::lineCapacity() {
+    const qint32 h = m_scrX->isHidden() ? 0 : m_scrX->height();
+    const qint16 old = m_visibleLineCount;
+    const double lines =
+        std::floor(static_cast<double>(m_picOut->ScaleHeight() - h) / m_rowHeight + 0.99999);
+    m_visibleLineCount = toInt16(static_cast<qint64>(lines) - Headers());
+    m_displayedRowCount = displayedRowCount();
+    if (m_displayedRowCount < 1)
+        m_firstDisplayedRow = 1;
+    return m_visibleLineCount > old && m_displayedRowCount >= old;
+}
+
+void vkTreeList::layoutScrollBars() {
+    if (m_editing)
+        return;
+    const qint32 scaleHeight = m_picOut->ScaleHeight();
+    const qint32 scaleWidth = m_picOut->ScaleWidth();
+    const qint32 h = m_scrX->isHidden() ? 0 : m_scrX->height();
+    const qint32 whole =
+        static_cast<qint32>(std::floor(static_cast<double>(scaleHeight - h) / m_rowHeight)) -
+        Headers();
+    const qint32 extent = scrollBarExtent();
+
+    // Writing the bars' ranges may move their values: the change handlers must stay quiet.
+    m_suspend = true;
+    const bool vertical = m_displayedRowCount > whole;
+    m_scrY->setMinimum(1);
+    m_scrY->setMaximum(std::max(1, m_displayedRowCount));
+    m_scrY->setSingleStep(1);
+    m_scrY->setPageStep(std::max(whole, 1));
+
+    const lsNodePtr first = m_rows->at(1);
+    const qint32 rowWidth = first ? first->Width() : 0;
+    const bool horizontal = rowWidth > scaleWidth - (vertical ? extent : 0);
+    if (horizontal) {
+        m_scrX->setMinimum(0);
+        m_scrX->setMaximum(rowWidth);
+        m_scrX->setSingleStep(std::max(1, scaleWidth / 50));
+        m_scrX->setPageStep(std::max(1, scaleWidth / 8));
+    } else {
+        m_horizontalOffset = 0;
+    }
+
+    const QRect area = contentsRect();
+    const int right = area.right() + 1;
+    const int bottom = area.bottom() + 1;
+    switch ((vertical ? 1 : 0) + (horizontal ? 2 : 0)) {
+    case 1:
+        m_scrY->setGeometry(right - extent, area.top(), extent, area.height());
+        break;
+    case 2:
+        m_scrX->setGeometry(area.left(), bottom - extent, area.width(), extent);
+        break;
+    case 3:
+        m_scrY->setGeometry(right - extent, area.top(), extent, area.height() - extent);
+        m_scrX->setGeometry(area.left(), bottom - extent, area.width() - extent, extent);
+        m_imgGhost->setGeometry(right - extent, bottom - extent, extent, extent);
+        break;
+    default:
+        break;
+    }
+    m_scrY->setVisible(vertical);
+    m_scrX->setVisible(horizontal);
+    m_imgGhost->setVisible(vertical && horizontal);
+    for (QScrollBar *bar : {m_scrY, m_scrX}) {
+        if (bar->isHidden())
+            continue;
+        if (bar->value() < bar->minimum())
+            bar->setValue(bar->minimum());
+        bar->raise();
+        bar->update();
+    }
+    m_imgGhost->raise();
+    m_suspend = false;
+}
+
+void vkTreeList::onVerticalScroll(int value) {
+    if (m_suspend)
+        return;
+    m_firstDisplayedRow = toInt16(rowAtDisplayPosition(value));
+    RedrawFrame(false);
+    emit Scroll();
+}
+
+void vkTreeList::onHorizontalScroll(int value) {
+    if (m_suspend)
+        return;
+    m_horizontalOffset = -value;
+    RedrawFrame(false);
+    emit Scroll();
+}
+
+void vkTreeList::scrollBy(bool upwards, qint32 amount) {
+    qint32 n;
+    if (!upwards) {
+        n = m_scrY->value() + amount;
+        if (n >= m_scrY->maximum())
+            n = m_scrY->maximum();
+    } else {
+        n = m_scrY->value() - amount;
+        if (n <= m_scrY->minimum())
+            n = m_scrY->minimum();
+    }
+    m_scrY->setValue(toInt16(n));
+}
+
+QVariant vkTreeList::EnsureVisible(const QVariant &IndexKey) {
+    const lsNodePtr row = m_rows->Item(IndexKey);
+    if (!row || !row->Visible())
+        return QVariant();
+    if (row->Displayed()) {
+        const lsCellPtr first = row->Cells()->at(1);
+        if (!first || m_picOut->ScaleHeight() >= first->Top() + m_rowHeight)
+            return QVariant();
+        // Cut off at the bottom: one more line brings it in.
+        m_scrY->setValue(toInt16(std::min(m_scrY->value() + 1, m_scrY->maximum())));
+        return QVariant();
+    }
+    // Below the view: count the visible rows from the first one shown down to this one.
+    qint32 count = 0;
+    bool reached = false;
+    for (qint32 i = std::max<qint32>(1, m_firstDisplayedRow); i <= m_rows->Count(); ++i) {
+        const lsNodePtr candidate = m_rows->at(i);
+        if (candidate->Visible())
+            ++count;
+        if (candidate == row) {
+            reached = true;
+            break;
+        }
+    }
+    if (!reached || m_scrY->isHidden())
+        return QVariant();
+    m_scrY->setValue(
+        toInt16(std::min(m_scrY->value() + count - m_visibleLineCount, m_scrY->maximum())));
+    return QVariant();
+}
+
+void vkTreeList::scrollIntoView(qint32 rowIndex) {
+    // The bars must know about the new row before the view can move to it.
+    lineCapacity();
+    layoutScrollBars();
+    EnsureVisible(rowIndex);
+}
+
+// --- Painting -----------------------------------------------------------------------------------
+
+void vkTreeList::Refresh(bool Clear) {
+    if (Clear)
+        m_picOut->Cls();
+    RedrawFrame(false);
+}
+
+std::unique_ptr<OffScreenDC> vkTreeList::newSurface() {
+    auto dc = std::make_unique<OffScreenDC>();
+    dc->Initialize(m_picOut->screenImage(), m_picOut->ScaleWidth(), m_picOut->ScaleHeight(),
+                   m_picOut->BackColor(), m_picOut->ForeColor(), m_picOut->Font());
+    return dc;
+}
+
+void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
+    if (!m_rows)
+        return;
+    const float start = secondsSinceMidnight();
+    if (!m_surface)
+        m_surface = newSurface();
+    if (m_autoRedraw) {
+        if (!keepIfUnchanged ||
+            m_surface->HasChanged(m_picOut->ScaleWidth(), m_picOut->ScaleHeight())) {
+            m_surface = newSurface();
+            paintFrame(*m_surface);
+        }
+    }
+    showSurface();
+    const float elapsed = secondsSinceMidnight() - start;
+    // Past midnight the stored time is the start plus one day, as it always was.
+    m_redrawTime = elapsed < 0 ? start + 86400.0f : elapsed;
+}
+
+PaintContext vkTreeList::paintContext() {
+    PaintContext ctx;
+    ctx.rowHeight = m_rowHeight;
+    ctx.columns = m_columns;
+    ctx.lineStyle = m_lineStyle;
+    ctx.focusType = m_focusType;
+    ctx.hasFocus = m_hasFocus;
+    ctx.headers = Headers();
+    ctx.firstDisplayedRow = m_firstDisplayedRow;
+    ctx.visibleLineCount = m_visibleLineCount;
+    ctx.scaleHeight = m_picOut->ScaleHeight();
+    ctx.gapColor = m_picOut->BackColor();
+    ctx.imageList = m_imageList.get();
+    ctx.scale = m_picOut;
+    ctx.pictures = &m_pictures;
+    return ctx;
+}
+
+void vkTreeList::paintFrame(OffScreenDC &dc) {
+    // Rows and headers scroll sideways together.
+    dc.setOriginX(m_horizontalOffset);
+    if (m_rows->Count() > 0) {
+        if (m_firstDisplayedRow < 1)
+            m_firstDisplayedRow = 1;
+        lineCapacity();
+        const PaintContext ctx = paintContext();
+        const RowPaintResult painted =
+            TreeListPainter(ctx).paintRows(dc, *m_rows, *m_ident, m_widestText);
+        if (painted.lastPaintedRow > 0)
+            m_lastPaintedRow = painted.lastPaintedRow;
+        m_widestText = painted.widestText;
+        layoutScrollBars();
+    }
+    const PaintContext ctx = paintContext();
+    TreeListPainter(ctx).paintHeaders(dc, *m_headers);
+    dc.setOriginX(0);
+}
+
+void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
+    if (!m_surface || !m_autoRedraw)
+        return;
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
+    m_surface->setOriginX(m_horizontalOffset);
+    if (header) {
+        for (const lsCellPtr &cell : *row->Cells())
+            if (cell->Visible())
+                painter.PaintCell(*m_surface, *cell, 0);
+    } else {
+        m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+        painter.paintRow(*m_surface, *m_rows, *row, *m_ident);
+    }
+    m_surface->setOriginX(0);
+    showSurface();
+}
+
+void vkTreeList::showSurface() {
+    m_surface->BlastToScreen();
+    m_picOut->showFrame();
+}
