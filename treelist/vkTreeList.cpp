@@ -102,6 +102,11 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host) : QWidget(parent), 
 }
 
 vkTreeList::~vkTreeList() {
+    // The children outlive this destructor (QWidget deletes them later) and may still report
+    // focus or values; nothing of this class may hear them any more.
+    for (QObject *child : {static_cast<QObject *>(m_picOut), static_cast<QObject *>(m_scrX),
+                           static_cast<QObject *>(m_scrY)})
+        child->disconnect(this);
     Terminate();
 }
 
