@@ -43,8 +43,13 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
         row->setDisplayed(true);
         const qint32 top = line * m_ctx.rowHeight;
         const lsCellsPtr &cells = row->Cells();
+        // Cells are placed side by side from their widths, like header cells, so that a column
+        // whose width changed after its rows were added stays under its header.
+        qint32 x = 0;
         for (qint32 c = 1; c <= m_ctx.columns; ++c) {
             if (const lsCellPtr cell = cells->at(c)) {
+                cell->setLeft(x);
+                x += cell->Width();
                 cell->setTop(top);
                 cell->setHeight(m_ctx.rowHeight);
                 cell->setVisible(true);
@@ -227,10 +232,10 @@ void TreeListPainter::DrawChildLine(OffScreenDC &dc, const lsNodePtr &row,
     qint32 y2;
     if (last->Displayed())
         y2 = rowTop(*last) + ident.TreeLineY2();
-    else if (last->Index() > row->Index())
+    else if (last->Index() >= m_ctx.firstDisplayedRow)
         y2 = m_ctx.scaleHeight; // the last child comes after the rows shown
     else
-        return;
+        return; // the whole branch lies above the view
     if (y1 != y2)
         drawTreeLine(dc, x, y1, x, y2);
 }

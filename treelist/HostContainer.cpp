@@ -1,9 +1,9 @@
 #include "HostContainer.h"
 
-#include <QCoreApplication>
-
 void HostContainer::DoEvents() {
-    QCoreApplication::processEvents();
+    // Deliberately nothing: the control asks for this inside its own resize handling, where
+    // running Qt's event loop could delete widgets that the caller is still walking. A host
+    // with a loop of its own that is safe to enter there may override this.
 }
 
 void HostContainer::registerImageList(const QString &name, const lsImageListPtr &list) {

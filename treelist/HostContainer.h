@@ -2,7 +2,7 @@
 // What the control needs of the application that hosts it: whether it runs or is being
 // designed, the ambient font, a way to let pending events run, and named objects (image
 // lists) that a saved layout refers to. The default implementation suits a plain Qt program:
-// run mode, DejaVu Sans 8 pt, QCoreApplication::processEvents, and a table of image lists.
+// run mode, DejaVu Sans 8 pt, no event processing, and a table of image lists.
 
 #include "StdFont.h"
 #include "lsImageList.h"
@@ -19,7 +19,7 @@ public:
     virtual bool AmbientUserMode() const { return m_userMode; }
     // The font a new control starts with.
     virtual StdFontPtr AmbientFont() const { return std::make_shared<StdFont>(); }
-    // Lets pending events run (a host with its own loop may do nothing).
+    // Lets pending events run; the default does nothing (see HostContainer.cpp).
     virtual void DoEvents();
 
     // Names an image list so that a saved "ImageList" property can find it again.

@@ -213,6 +213,7 @@ private:
     qint32 defaultCellWidth(qint32 column) const;
     qint32 defaultHeaderWidth(qint32 column) const;
     void addHeaderCells(const lsNodePtr &node);
+    bool setRowExpanded(const QVariant &RowIndexKey, bool expanded);
     QVariant cellProperty(const lsCell &cell, qint32 property) const;
     bool setCellProperty(lsCell &cell, qint32 property, const QVariant &value);
 
@@ -224,6 +225,8 @@ private:
     void scrollBy(bool upwards, qint32 amount);
     qint32 displayedRowCount();
     qint32 rowAtDisplayPosition(qint32 count);
+    qint32 displayPosition(qint32 rowIndex);
+    void keepFirstRowReachable();
     qint32 scrollBarExtent() const;
     void scrollIntoView(qint32 rowIndex);
 

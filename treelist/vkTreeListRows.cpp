@@ -30,6 +30,14 @@ bool toBoolean(const QVariant &value) {
     return toLong(value) != 0;
 }
 
+// The cell at a row position and column of a collection, or null when either is out of range.
+lsCellPtr cellAt(const lsNodes &nodes, qint32 row, qint32 column) {
+    const lsNodePtr node = nodes.at(row);
+    if (!node || column < 1 || column > node->Cells()->Count())
+        return nullptr;
+    return node->Cells()->at(column);
+}
+
 } // namespace
 
 // --- Rows ---------------------------------------------------------------------------------------
@@ -131,21 +139,22 @@ qint32 vkTreeList::Col() const {
 }
 
 bool vkTreeList::Expand(const QVariant &RowIndexKey) {
-    const lsNodePtr node = m_rows->Item(RowIndexKey);
-    if (!node)
-        return false;
-    m_rows->setExpanded(node, true);
-    emit OnExpand(node->Index());
-    RedrawFrame(false);
-    return true;
+    return setRowExpanded(RowIndexKey, true);
 }
 
 bool vkTreeList::Collapse(const QVariant &RowIndexKey) {
+    return setRowExpanded(RowIndexKey, false);
+}
+
+bool vkTreeList::setRowExpanded(const QVariant &RowIndexKey, bool expanded) {
     const lsNodePtr node = m_rows->Item(RowIndexKey);
     if (!node)
         return false;
-    m_rows->setExpanded(node, false);
-    emit OnCollapse(node->Index());
+    m_rows->setExpanded(node, expanded);
+    if (expanded)
+        emit OnExpand(node->Index());
+    else
+        emit OnCollapse(node->Index());
     RedrawFrame(false);
     return true;
 }
@@ -189,21 +198,11 @@ lsCellPtr vkTreeList::ResolveListCell(qint32 &RowID, qint32 &ColID) const {
         RowID = Row();
     if (ColID == -1)
         ColID = Col();
-    if (RowID < 1 || RowID > m_rows->Count())
-        return nullptr;
-    const lsCellsPtr &cells = m_rows->at(RowID)->Cells();
-    if (ColID < 1 || ColID > cells->Count())
-        return nullptr;
-    return cells->at(ColID);
+    return cellAt(*m_rows, RowID, ColID);
 }
 
 lsCellPtr vkTreeList::ResolveHeaderCell(qint32 RowID, qint32 ColID) const {
-    if (RowID < 1 || RowID > m_headers->Count())
-        return nullptr;
-    const lsCellsPtr &cells = m_headers->at(RowID)->Cells();
-    if (ColID < 1 || ColID > cells->Count())
-        return nullptr;
-    return cells->at(ColID);
+    return cellAt(*m_headers, RowID, ColID);
 }
 
 QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {

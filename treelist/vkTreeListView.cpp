@@ -58,6 +58,31 @@ qint32 vkTreeList::rowAtDisplayPosition(qint32 count) {
     return index;
 }
 
+qint32 vkTreeList::displayPosition(qint32 rowIndex) {
+    qint32 position = 0;
+    for (const lsNodePtr &row : *m_rows) {
+        if (row->Index() > rowIndex)
+            break;
+        if (row->Visible())
+            ++position;
+    }
+    return position;
+}
+
+void vkTreeList::keepFirstRowReachable() {
+    // A collapse can hide the first row shown, or leave so few rows that the vertical bar goes
+    // away while the view still starts further down: move the view so that no row becomes
+    // unreachable.
+    lsNodePtr first = m_rows->at(std::min<qint32>(m_firstDisplayedRow, m_rows->Count()));
+    while (first && !first->Visible())
+        first = first->Parent();
+    m_firstDisplayedRow = toInt16(first ? first->Index() : 1);
+    const qint32 h = m_scrX->isHidden() ? 0 : m_scrX->height();
+    const qint32 whole = (m_picOut->ScaleHeight() - h) / m_rowHeight - Headers();
+    if (m_displayedRowCount <= whole)
+        m_firstDisplayedRow = 1;
+}
+
 bool vkTreeList::lineCapacity() {
     const qint32 h = m_scrX->isHidden() ? 0 : m_scrX->height();
     const qint16 old = m_visibleLineCount;
@@ -88,6 +113,8 @@ void vkTreeList::layoutScrollBars() {
     m_scrY->setMaximum(std::max(1, m_displayedRowCount));
     m_scrY->setSingleStep(1);
     m_scrY->setPageStep(std::max(whole, 1));
+    if (vertical)
+        m_scrY->setValue(std::max(1, displayPosition(m_firstDisplayedRow)));
 
     const lsNodePtr first = m_rows->at(1);
     const qint32 rowWidth = first ? first->Width() : 0;
@@ -261,6 +288,7 @@ void vkTreeList::paintFrame(OffScreenDC &dc) {
         if (m_firstDisplayedRow < 1)
             m_firstDisplayedRow = 1;
         lineCapacity();
+        keepFirstRowReachable();
         const PaintContext ctx = paintContext();
         const RowPaintResult painted =
             TreeListPainter(ctx).paintRows(dc, *m_rows, *m_ident, m_widestText);

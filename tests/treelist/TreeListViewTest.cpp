@@ -103,6 +103,33 @@ TEST_F(TreeListViewTest, EnsureVisibleOnlyScrollsDown) {
     EXPECT_FALSE(list->Nodes("H")->Visible());
 }
 
+TEST_F(TreeListViewTest, CollapsingOrResizingColumnsKeepsEveryRowReachableAndAligned) {
+    list->setColumns(3);
+    addFlatRows(10);
+    for (int i = 1; i <= 30; ++i)
+        list->AddItem("K10", lsChild, QStringLiteral("C%1").arg(i),
+                      QStringLiteral("Child%1").arg(i));
+    list->Expand("K10");
+    list->scrY()->setValue(list->scrY()->maximum());
+    ASSERT_GT(list->FirstDisplayedRow(), 10);
+
+    // The first row shown disappears under its collapsed parent: the view comes back to the top.
+    list->Collapse("K10");
+    EXPECT_TRUE(list->scrY()->isHidden());
+    EXPECT_EQ(list->FirstDisplayedRow(), 1);
+    EXPECT_TRUE(list->Nodes("K1")->Displayed());
+
+    // A column resized after its rows were added stays under its header.
+    list->setColumnWidth(2, 40 * 15);
+    for (qint32 r : {1, 5}) {
+        for (qint32 c = 1; c <= 3; ++c)
+            EXPECT_EQ(list->ListCell(lslcLeft, r, c).toInt(),
+                      list->HeaderCell(lslcLeft, 1, c).toInt())
+                << "row " << r << " column " << c;
+    }
+    EXPECT_EQ(list->ListCell(lslcLeft, 1, 3).toInt(), 120 + 40);
+}
+
 TEST_F(TreeListViewTest, RedrawKeepsAnUnchangedFrameAndTimesItself) {
     addFlatRows(3);
     list->setListCell(lslcData, 1, 1, "changed");

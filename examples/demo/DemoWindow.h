@@ -1,0 +1,68 @@
+#pragma once
+// The demo's main window: the tree list filled from a DemoTable, a side panel that switches the
+// control's look and saves or loads its layout, and a status bar with row count, current cell
+// and the time the last frame took.
+
+#include "DemoTable.h"
+#include "TreeLoader.h"
+
+#include <QMainWindow>
+
+class HostContainer;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QSpinBox;
+class vkTreeList;
+
+class DemoWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    // Builds the window and loads the table. The host must outlive the window, whose control
+    // uses it until it is destroyed.
+    DemoWindow(HostContainer &host, DemoTable table, QWidget *parent = nullptr);
+
+    vkTreeList *tree() const { return m_tree; }
+
+    // Selects a few rows of the first screen (several of them, as multiple selection allows)
+    // and gives the grid the focus, so a first look shows the selection.
+    void showcaseSelection();
+
+    // Writes the control's properties to a JSON file; false with the reason on failure.
+    bool saveLayoutTo(const QString &path, QString *error = nullptr) const;
+    // Reads the control's properties from a JSON file and brings the rows in line with them.
+    // A file that cannot be read, or a value of the wrong type, leaves the control as it was
+    // and gives false with the reason.
+    bool loadLayoutFrom(const QString &path, QString *error = nullptr);
+
+private:
+    QWidget *buildPanel();
+    void applyLineStyle(int style);
+    void applyFocusType(int type);
+    void applyColumns(int columns);
+    void applyHeaders(int headers);
+    void applyMultiSelect(bool on);
+    void setAllExpanded(bool open);
+    void saveLayout();
+    void loadLayout();
+    // Brings every row to the column count a loaded layout set.
+    void reconcileColumns(qint32 before);
+    // Shows the control's current settings in the panel without applying them again.
+    void syncPanel();
+    void updateStatus();
+
+    DemoTable m_table;
+    vkTreeList *m_tree;
+    TreeLoader m_loader;
+    QString m_layoutPath = QStringLiteral("layout.json");
+
+    QComboBox *m_lineStyle = nullptr;
+    QComboBox *m_focusType = nullptr;
+    QSpinBox *m_rowHeight = nullptr;
+    QSpinBox *m_columns = nullptr;
+    QSpinBox *m_headers = nullptr;
+    QCheckBox *m_multiSelect = nullptr;
+    QLabel *m_rowsLabel = nullptr;
+    QLabel *m_cellLabel = nullptr;
+    QLabel *m_timeLabel = nullptr;
+};

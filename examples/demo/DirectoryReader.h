@@ -1,0 +1,26 @@
+#pragma once
+// Reads a directory tree into a DemoTable: Name (with a folder or file picture), Size, Type and
+// Modified. Hidden entries are left out. Shallow levels are read completely before deeper ones, so
+// a large tree is cut at its depths rather than in one corner. Folders come before files, each
+// sorted by name.
+
+#include "DemoTable.h"
+
+#include <QFileInfo>
+
+class DirectoryReader {
+public:
+    explicit DirectoryReader(int maxDepth = 4, int maxRows = 5000);
+
+    // The entries under `root` (not `root` itself), keyed by their path relative to it.
+    DemoTable read(const QString &root) const;
+
+    // "0 B", "512 B", "1.5 KB", "12.3 MB"... in powers of 1024.
+    static QString humanSize(qint64 bytes);
+
+private:
+    QString typeName(const QFileInfo &info) const;
+
+    int m_maxDepth;
+    int m_maxRows;
+};
