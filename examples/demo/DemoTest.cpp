@@ -1,9 +1,9 @@
 // Tests of the demo's data sources, of the loader that keeps the control's cells in step with
 // them, and of the layout files.
 
-#include "DemoHost.h"
 #include "DemoWindow.h"
 #include "DirectoryReader.h"
+#include "HostContainer.h"
 #include "OrgChart.h"
 #include "TreeLoader.h"
 #include "vkTreeList.h"
@@ -117,7 +117,7 @@ TEST(OrgChartTest, SameCompanyEveryTimeInFiveLevels) {
 }
 
 TEST(TreeLoaderTest, CellsStayUnderTheirHeadersWhenColumnsAndHeadersChange) {
-    DemoHost host;
+    HostContainer host;
     vkTreeList tree(nullptr, &host);
     tree.InitProperties();
     tree.setHeaders(1);
@@ -170,7 +170,7 @@ TEST(TreeLoaderTest, CellsStayUnderTheirHeadersWhenColumnsAndHeadersChange) {
 TEST(DemoWindowTest, LayoutRoundTripAndBadFilesLeaveTheControlUsable) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
-    DemoHost host;
+    HostContainer host;
     DemoWindow window(host, OrgChart().build());
     vkTreeList &tree = *window.tree();
     const QString saved = dir.filePath("layout.json");

@@ -1,9 +1,9 @@
 // vktl_demo: the tree list filled with a directory tree (given on the command line) or with a
 // built-in organisation chart. With --screenshot FILE it renders the window to a PNG and exits.
 
-#include "DemoHost.h"
 #include "DemoWindow.h"
 #include "DirectoryReader.h"
+#include "HostContainer.h"
 #include "OrgChart.h"
 #include "vkTreeList.h"
 
@@ -69,7 +69,7 @@ int main(int argc, char *argv[]) {
     }
     const qint64 readTime = clock.elapsed();
 
-    DemoHost host; // declared before the window: the control uses it until it is destroyed
+    HostContainer host; // declared before the window: the control uses it until it is destroyed
     DemoWindow window(host, std::move(table));
     window.resize(900, 600);
     window.show();

@@ -1,3 +1,0 @@
-#include "DemoHost.h"
-
-void DemoHost::DoEvents() {}
