@@ -2,6 +2,7 @@
 // clearing, for 32767 rows of four text cells in three tree shapes: once with the node
 // collection and once with Qt's QTreeWidget. Prints the ours/Qt time ratios and the heap bytes
 // each row costs. Every case runs once: the collection renumbers all rows on every add.
+#include "BenchSupport.h"
 #include "lsNodes.h"
 
 #include <QApplication>
@@ -85,19 +86,6 @@ QStringList textsOf(int row) {
     for (int c = 1; c <= kColumns; ++c)
         texts << QStringLiteral("Cell %1.%2").arg(row).arg(c);
     return texts;
-}
-
-size_t heapInUse() {
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
-}
-
-// Milliseconds taken by `work`.
-template <class Work> double timed(Work &&work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-        .count();
 }
 
 struct Result {

@@ -4,6 +4,7 @@
 // over a QStandardItemModel, loaded with the same rows and texts and shown at the same size.
 // Loads and teardowns run once: the node collection renumbers every row on each add. Prints the
 // ours/Qt ratios at the end.
+#include "BenchSupport.h"
 #include "vkTreeList.h"
 
 #include <QApplication>
@@ -87,19 +88,6 @@ Rows makeRows(Shape shape, int count) {
         rows.texts.push_back(texts);
     }
     return rows;
-}
-
-size_t heapInUse() {
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
-}
-
-// Milliseconds taken by `work`.
-template <class Work> double timed(Work &&work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-        .count();
 }
 
 // --- The three lists, shown at 800x600 with four columns of equal widths -----------------------
