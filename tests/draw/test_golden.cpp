@@ -7,14 +7,8 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
-namespace {
-
-constexpr OleColor Window = 0x80000005;
-constexpr OleColor ButtonFace = 0x8000000F;
-constexpr OleColor ButtonText = 0x80000012;
-constexpr OleColor ButtonShadow = 0x80000010;
-
-} // namespace
+constexpr OleColor Window = 0x80000005, ButtonFace = 0x8000000F, ButtonText = 0x80000012,
+                   ButtonShadow = 0x80000010;
 
 TEST(Golden, AppearancesByAlignment) {
     constexpr int CellW = 72, CellH = 30, LabelW = 64, Gap = 4;

@@ -1,4 +1,7 @@
-// The node collection: placing, numbering, removing, walking, opening and selecting rows.
+// The node collection: placing, numbering, removing, walking, opening and selecting rows. Links,
+// positions and visibility after each change are checked over random runs in
+// test_lsNodes_random.cpp; these cases pin down what a given call must do.
+#include "ErrorOf.h"
 #include "lsNodes.h"
 
 #include <gtest/gtest.h>
@@ -27,76 +30,42 @@ QString texts(const lsNodes &nodes) {
     return out.join(' ');
 }
 
-int errorOf(const std::function<void()> &call) {
-    try {
-        call();
-    } catch (const TreeListError &e) {
-        return e.number();
-    }
-    return 0;
-}
-
 TEST(NodesAdd, PlacesRowsByRelationship) {
-    struct Case {
-        qint32 relationship;
-        QVariant relative;
-        QString order;
-        qint32 relationshipAfter;
-        QString parent;
+    // Relationship and relative, then the rows in order and the new row's parent.
+    const std::tuple<lsRelationshipConstants, QVariant, QString, QString> cases[] = {
+        {lsFirst, "B", "A B B1 N C", ""},
+        {lsLast, "b", "A B B1 N C", ""},
+        {lsNext, 2, "A B B1 N C", ""},
+        {lsNext, "B1", "A B B1 N C", "B"},
+        {lsPrevious, "B", "A N B B1 C", ""},
+        {lsPrevious, QVariant(), "N A B B1 C", ""},
+        {lsChild, "B", "A B B1 N C", "B"},
+        {lsChild, "unknown", "A N B B1 C", "A"},
+        {lsChild, QVariantList{}, "A N B B1 C", "A"},
     };
-    const Case cases[] = {
-        {lsFirst, "B", "A B B1 N C", lsNext, ""},
-        {lsLast, "b", "A B B1 N C", lsNext, ""},
-        {lsNext, 2, "A B B1 N C", lsNext, ""},
-        {lsNext, "B1", "A B B1 N C", lsNext, "B"},
-        {lsPrevious, "B", "A N B B1 C", lsPrevious, ""},
-        {lsPrevious, QVariant(), "N A B B1 C", lsPrevious, ""},
-        {lsChild, "B", "A B B1 N C", lsChild, "B"},
-        {lsChild, "unknown", "A N B B1 C", lsChild, "A"},
-        {lsChild, QVariantList{}, "A N B B1 C", lsChild, "A"},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.order.toStdString() + " from " + c.relative.toString().toStdString());
+    for (const auto &[relationship, relative, order, parent] : cases) {
+        SCOPED_TRACE(order.toStdString() + " from " + relative.toString().toStdString());
         lsNodes nodes;
         build(nodes, {"A", "B", "B/B1", "C"});
-        qint32 relationship = c.relationship;
-        const lsNodePtr n = nodes.Add(c.relative, relationship, "N", "N");
-        EXPECT_EQ(texts(nodes), c.order);
-        EXPECT_EQ(relationship, c.relationshipAfter);
-        EXPECT_EQ(nodes.Count(), 5);
-        EXPECT_EQ(nodes.Item(n->Index()), n);
-        EXPECT_EQ(nodes.Root(), nodes.Item(1));
-        EXPECT_EQ(nodes.Tail(), nodes.Item(5));
-        const lsNodePtr parent = n->Parent();
-        EXPECT_EQ(parent ? parent->Text() : "", c.parent);
-        EXPECT_EQ(n->IdentLevel(), parent ? 1 : 0);
-        if (parent) {
-            EXPECT_EQ(parent->LastChild() == n, !n->NextSibling());
-            EXPECT_EQ(n->Visible(), parent->Expanded());
-        }
+        const lsNodePtr n = nodes.Add(relative, relationship, "N", "N");
+        EXPECT_EQ(texts(nodes), order);
+        EXPECT_EQ(n->Parent() ? n->Parent()->Text() : "", parent);
     }
 }
 
 TEST(NodesAdd, EmptyTreeNumberingAndBadInput) {
     lsNodes nodes;
     EXPECT_EQ(nodes.ReIndex(), 1);
-    const lsNodePtr first = nodes.Add("nothing", lsPrevious, "K", "first");
-    EXPECT_EQ(first->Index(), 1);
-    EXPECT_FALSE(first->Expanded());
-    EXPECT_EQ(nodes.Root(), first);
-    EXPECT_EQ(nodes.Tail(), first);
+    qint32 unknownRelationship = 7;
+    EXPECT_FALSE(nodes.Add("nothing", unknownRelationship, "K", "first")->Expanded());
     build(nodes, {"A", "B"});
     EXPECT_EQ(nodes.ReIndex(), 4);
-
-    qint32 unknownRelationship = 7;
     EXPECT_EQ(errorOf([&] { nodes.Add("A", unknownRelationship, "X"); }),
               TreeListError::InvalidArgument);
     EXPECT_EQ(errorOf([&] { nodes.Add("A", lsChild, QVariantList{1}); }),
               TreeListError::TypeMismatch);
-    EXPECT_EQ(nodes.Count(), 3);
     EXPECT_EQ(texts(nodes), "first A B");
-    EXPECT_FALSE(nodes.Item("missing"));
-    EXPECT_FALSE(nodes.Nodes(0));
+    EXPECT_FALSE(nodes.Item("missing") || nodes.Nodes(0));
 }
 
 TEST(NodesAdd, DuplicateKeyLinksAndCountsTheRowThenFailsAndClearStillEnds) {
@@ -115,8 +84,7 @@ TEST(NodesAdd, DuplicateKeyLinksAndCountsTheRowThenFailsAndClearStillEnds) {
         EXPECT_EQ(errorOf([&] { nodes.Add("B", lsNext, "a", "dup2"); }),
                   TreeListError::DuplicateKey);
         nodes.Clear();
-        EXPECT_EQ(nodes.Count(), 0);
-        EXPECT_FALSE(nodes.Root());
+        EXPECT_FALSE(nodes.Count() || nodes.Root());
         EXPECT_TRUE(orphan.expired() && other.expired());
 
         build(nodes, {"A"});
@@ -127,7 +95,7 @@ TEST(NodesAdd, DuplicateKeyLinksAndCountsTheRowThenFailsAndClearStillEnds) {
     EXPECT_TRUE(orphan.expired());
 }
 
-TEST(NodesRemove, SubtreesSelectionAndRoot) {
+TEST(NodesRemove, SubtreesSelectionAndClear) {
     lsNodes nodes;
     build(nodes, {"A", "A/A1", "A/A2", "A1/A1a", "B", "C"});
     const lsNodePtr a = nodes.Item("A"), a1 = nodes.Item("A1");
@@ -136,22 +104,12 @@ TEST(NodesRemove, SubtreesSelectionAndRoot) {
     nodes.Selected(nodes.Item("A2")->Index(), 1);
     ASSERT_TRUE(nodes.SelectedRow() && nodes.SelectedCell());
 
-    EXPECT_FALSE(nodes.Remove("zz"));
-    EXPECT_FALSE(nodes.Remove(99));
-    EXPECT_EQ(nodes.Count(), 6);
+    EXPECT_FALSE(nodes.Remove("zz") || nodes.Remove(99));
     EXPECT_TRUE(nodes.Remove("A2"));
     EXPECT_FALSE(nodes.SelectedRow() || nodes.SelectedCell());
-    EXPECT_EQ(a->LastChild(), a1);
-    EXPECT_FALSE(a1->NextSibling());
-
     EXPECT_TRUE(nodes.Remove(1));
     EXPECT_EQ(texts(nodes), "B C");
-    EXPECT_EQ(nodes.Count(), 2);
-    EXPECT_EQ(nodes.Root(), nodes.Item("B"));
-    EXPECT_EQ(nodes.Item("C")->Index(), 2);
-    EXPECT_EQ(nodes.Tail(), nodes.Item("C"));
     EXPECT_FALSE(a->Child() || a->NextSibling() || a1->Parent());
-    EXPECT_FALSE(nodes.Item("B")->PrevSibling());
 
     nodes.Clear();
     EXPECT_EQ(nodes.begin(), nodes.end());
@@ -169,7 +127,7 @@ TEST(NodesRemove, MoreRowsThanTheCounterHoldsOverflowWithoutLoss) {
     EXPECT_EQ(nodes.Tail()->Index(), 32768);
 }
 
-TEST(NodesWalk, NextPreviousPathsAndVisibility) {
+TEST(NodesWalk, NextPreviousSiblingsAndPaths) {
     lsNodes nodes;
     build(nodes, {"A", "A/A1", "A1/A1a", "B"});
     auto walk = [&](bool onlyVisible) {
@@ -180,24 +138,12 @@ TEST(NodesWalk, NextPreviousPathsAndVisibility) {
     };
     EXPECT_EQ(walk(false), "A A1 A1a B");
     EXPECT_EQ(walk(true), "A B");
-    EXPECT_EQ(nodes.SetFirstNode(emptyText()), nodes.Root());
-    EXPECT_EQ(nodes.GetNextNode(false)->Text(), "A1");
     EXPECT_EQ(nodes.SetFirstNode("nothing"), nodes.Root());
     EXPECT_EQ(nodes.SetFirstNode("A1")->Text(), "A1");
     EXPECT_EQ(walk(false), "A1a B");
+    EXPECT_FALSE(nodes.Expanded(nullptr) || nodes.SetVisibility(nullptr));
 
-    nodes.setExpanded(nodes.Item("A1"), true);
-    EXPECT_EQ(walk(true), "A B");
-    nodes.setExpanded(nodes.Root(), true);
-    EXPECT_EQ(walk(true), "A A1 A1a B");
-    nodes.setExpanded(nodes.Root(), false);
-    EXPECT_FALSE(nodes.Item("A1a")->Visible());
-    EXPECT_FALSE(nodes.Expanded(nullptr));
-    EXPECT_FALSE(nodes.SetVisibility(nodes.Root()));
-    EXPECT_FALSE(nodes.SetVisibility(nullptr));
-
-    EXPECT_FALSE(nodes.GetPrevNode(nodes.Item(1)));
-    EXPECT_FALSE(nodes.GetPrevNode(nullptr));
+    EXPECT_FALSE(nodes.GetPrevNode(nodes.Item(1)) || nodes.GetPrevNode(nullptr));
     EXPECT_EQ(nodes.GetPrevNode(nodes.Item(4), false), nodes.Item(3));
     EXPECT_EQ(nodes.GetPrevNode(nodes.Item(4)), nodes.Item(1));
     nodes.Item(2)->setDisplayed(true);
@@ -206,7 +152,6 @@ TEST(NodesWalk, NextPreviousPathsAndVisibility) {
     EXPECT_EQ(nodes.GetLastSibling(nodes.Root()), nodes.Item("B"));
     EXPECT_FALSE(nodes.GetLastSibling(nodes.Item("B")));
     EXPECT_EQ(nodes.FindPath(nodes.Item("A1a")), "A\\A1\\A1a");
-    EXPECT_EQ(nodes.FindPath(nodes.Root()), "A");
     EXPECT_EQ(nodes.FindPath(nullptr), "");
 }
 
@@ -217,24 +162,24 @@ TEST(NodesSelect, VisibleRowsOnly) {
         n->Cells()->Add("1", 1);
         n->Cells()->Add("2", 2);
     }
+    const lsNodePtr a1 = nodes.Item("A1");
     nodes.setExpanded(nodes.Root(), true);
     EXPECT_EQ(nodes.Selected(2, 2), 0);
-    EXPECT_EQ(nodes.SelectedRow(), nodes.Item("A1"));
-    EXPECT_EQ(nodes.SelectedCell(), nodes.Item("A1")->Cells()->at(2));
+    EXPECT_EQ(nodes.SelectedCell(), a1->Cells()->at(2));
     EXPECT_EQ(nodes.Selected(3, 1, true), 1);
-    EXPECT_TRUE(nodes.Item("A1")->Selected() && nodes.Item("A1")->Cells()->at(2)->Selected());
+    EXPECT_TRUE(a1->Selected() && a1->Cells()->at(2)->Selected());
     EXPECT_EQ(nodes.Selected(1, 1), 2);
-    EXPECT_FALSE(nodes.Item("A1")->Selected() || nodes.Item("B")->Cells()->at(1)->Selected());
+    EXPECT_FALSE(a1->Selected() || nodes.Item("B")->Cells()->at(1)->Selected());
 
+    // Rows hidden under a closed branch keep their flags.
     nodes.Selected(2, 1, true);
     nodes.setExpanded(nodes.Root(), false);
     EXPECT_EQ(nodes.Selected(2, 1), 1);
-    EXPECT_EQ(nodes.SelectedRow(), nodes.Item("A1"));
-    EXPECT_TRUE(nodes.Item("A1")->Selected());
-    EXPECT_FALSE(nodes.Root()->Selected());
+    EXPECT_EQ(nodes.SelectedRow(), a1);
+    EXPECT_TRUE(a1->Selected() && !nodes.Root()->Selected());
     nodes.ClearSelection();
     EXPECT_FALSE(nodes.SelectedRow() || nodes.SelectedCell());
-    EXPECT_TRUE(nodes.Item("A1")->Selected());
+    EXPECT_TRUE(a1->Selected());
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Cells, cell collections and single nodes.
+#include "ErrorOf.h"
 #include "lsNode.h"
 
 #include <functional>
@@ -7,53 +8,45 @@
 
 namespace {
 
-int errorOf(const std::function<void()> &call) {
-    try {
-        call();
-    } catch (const TreeListError &e) {
-        return e.number();
-    }
-    return 0;
-}
-
 TEST(Records, DefaultsAndReset) {
     lsCell cell;
     cell.setWidth(7);
     cell.setTag(3);
     cell.Class_Initialize();
-    EXPECT_EQ(cell.Width(), 80);
-    EXPECT_EQ(cell.Index(), 1);
-    EXPECT_EQ(cell.Appearance(), 1);
-    EXPECT_EQ(cell.BackColor(), 0xFFFFFFu);
-    EXPECT_TRUE(cell.Visible());
+    EXPECT_EQ(
+        std::tuple(cell.Width(), cell.Index(), cell.Appearance(), cell.BackColor(), cell.Visible()),
+        std::tuple(80, 1, 1, 0xFFFFFFu, true));
+    // The Variant fields hold empty text, not "no value".
     for (const QVariant &v : {cell.Icon(), cell.Key(), cell.Tag()})
         EXPECT_TRUE(v.isValid() && v.toString().isEmpty());
 
     lsNode node;
-    EXPECT_TRUE(node.Expanded() && node.Visible());
-    EXPECT_EQ(node.Index(), 0);
-    EXPECT_FALSE(node.Key().isValid());
-    EXPECT_EQ(node.Width(), 0);
-    const lsCellsPtr first = node.Cells();
+    EXPECT_TRUE(node.Expanded() && node.Visible() && !node.Key().isValid());
     node.setCells(nullptr);
     ASSERT_TRUE(node.Cells());
-    EXPECT_NE(node.Cells(), first);
-    EXPECT_EQ(node.Cells()->Count(), 0);
+    EXPECT_EQ(node.Width(), 0);
 }
 
-TEST(Records, CellsLieSideBySideInInsertionOrder) {
+TEST(Records, CellsLieSideBySideAndSumsPastTheirWidthOverflow) {
+    constexpr qint32 Max = std::numeric_limits<qint32>::max();
     lsCells cells;
     const lsCellPtr a = cells.Add("A", 1);
     const lsCellPtr b = cells.Add("B", 9, 30);
     const lsCellPtr c = cells.Add("C", 2);
-    EXPECT_EQ(a->Width(), 120);
-    EXPECT_EQ(std::vector<qint32>({a->Left(), b->Left(), c->Left()}),
-              std::vector<qint32>({0, 120, 150}));
-    EXPECT_EQ(cells.Item(2), b);
+    EXPECT_EQ(std::tuple(a->Left(), b->Left(), c->Left()), std::tuple(0, 120, 150));
     cells.Remove(1);
     EXPECT_EQ(cells.Item(1), b);
-    EXPECT_EQ(b->Left(), 120);
     EXPECT_EQ(c->Left(), 150);
+    c->setWidth(Max);
+    EXPECT_EQ(errorOf([&] { cells.Add("D", 3); }), TreeListError::Overflow);
+    EXPECT_EQ(cells.Count(), 2);
+
+    lsNode node;
+    node.Cells()->Add("A", 1, 30);
+    node.Cells()->Add("B", 2, 40);
+    EXPECT_EQ(node.Width(), 70);
+    node.Cells()->at(1)->setWidth(Max);
+    EXPECT_EQ(errorOf([&] { node.Width(); }), TreeListError::Overflow);
 }
 
 TEST(Records, CellCollectionErrorsKeepTheData) {
@@ -61,50 +54,28 @@ TEST(Records, CellCollectionErrorsKeepTheData) {
     cells.Add("A", 1);
     cells.Add("B", 2);
     cells.Add("C", 3, 120, "Key");
-    struct Case {
-        const char *what;
-        std::function<void()> call;
-        int error;
+    const std::pair<int, std::function<void()>> cases[] = {
+        {0, [&] { cells.Add("D", 4, 1, ""); }},      // empty keys may repeat
+        {457, [&] { cells.Add("E", 5, 1, "kEY"); }}, // duplicate key in another case
+        {5, [&] { cells.Item(99); }},                // unknown position
+        {5, [&] { cells.Remove("none"); }},          // unknown key
+        {13, [&] { cells.Item(QVariantList{}); }},   // neither position nor key
     };
-    const Case cases[] = {
-        {"empty keys twice", [&] { cells.Add("D", 4, 1, ""); }, 0},
-        {"duplicate key, other case", [&] { cells.Add("E", 5, 1, "kEY"); }, 457},
-        {"unknown position", [&] { cells.Item(99); }, 5},
-        {"unknown key", [&] { cells.Remove("none"); }, 5},
-        {"wrong type", [&] { cells.Item(QVariantList{}); }, 13},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(errorOf(c.call), c.error) << c.what;
+    for (size_t i = 0; i < std::size(cases); ++i)
+        EXPECT_EQ(errorOf(cases[i].second), cases[i].first) << "case " << i;
     EXPECT_EQ(cells.Count(), 4);
     EXPECT_EQ(cells.Item("key")->Title(), "C");
 }
 
-TEST(Records, ArithmeticPastItsWidthOverflows) {
-    lsCells cells;
-    cells.Add("A", 1, 10);
-    cells.Add("B", 2, std::numeric_limits<qint32>::max());
-    EXPECT_EQ(errorOf([&] { cells.Add("C", 3); }), TreeListError::Overflow);
-    EXPECT_EQ(cells.Count(), 2);
-
-    lsNode node;
-    node.Cells()->Add("A", 1, 30);
-    node.Cells()->Add("B", 2, 40);
-    EXPECT_EQ(node.Width(), 70);
-    node.Cells()->at(1)->setWidth(std::numeric_limits<qint32>::max());
-    EXPECT_EQ(errorOf([&] { node.Width(); }), TreeListError::Overflow);
-}
-
 TEST(Records, LongSiblingChainIsFreedWithoutDeepRecursion) {
     auto first = std::make_shared<lsNode>();
-    lsNodePtr tail = first;
+    std::weak_ptr<lsNode> last = first;
     for (int i = 0; i < 200000; ++i) {
         auto next = std::make_shared<lsNode>();
-        next->setPrevSibling(tail);
-        tail->setNextSibling(next);
-        tail = next;
+        next->setPrevSibling(last.lock());
+        last.lock()->setNextSibling(next);
+        last = next;
     }
-    const std::weak_ptr<lsNode> last = tail;
-    tail.reset();
     first.reset();
     EXPECT_TRUE(last.expired());
 }
