@@ -272,10 +272,18 @@ void lsNodes::ClearFlags() {
 }
 
 void lsNodes::Clear() {
-    // Each pass removes the first top-level row with its subtree. A row that a duplicate key kept
-    // out of the positions stays counted but can never be named, so the passes also stop when
-    // nothing is left to name; releaseAll then breaks whatever is still linked.
-    while (m_count != 0 && Remove(1)) {
+    // The same end as removing the first top-level row with its subtree until none is left, in
+    // one pass instead of one renumbering per top-level row: removal's 16-bit counter overflows
+    // before anything changes, and every row ends flagged, unlinked and numbered as it was when
+    // its top-level row went, that is from 1 within that row's subtree. releaseAll then breaks
+    // the links, including those of a row that a duplicate key kept out of the positions.
+    toInt16(m_count);
+    for (lsNodePtr top = m_root; top; top = top->NextSibling()) {
+        qint32 index = 1;
+        for (lsNode *node = top.get(); node; node = nextInSubtree(node, top.get())) {
+            node->setIndex(index++);
+            node->setFlag(true);
+        }
     }
     releaseAll();
 }
