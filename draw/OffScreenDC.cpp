@@ -121,20 +121,19 @@ void OffScreenDC::DrawFrame(qint32 nLeft, qint32 nTop, qint32 nWidth, qint32 nHe
     qint64 inset = 0;
     switch (Appearance) {
     case Appearances::Raised:
-        line(L, T, L, B, m_highlightColor);
-        line(L, T, R, T, m_highlightColor);
-        line(R, T, R, B, m_shadowColor);
-        line(L, B, R + 1, B, m_shadowColor);
-        inset = 1;
-        break;
     case Appearances::Sunken:
-    case Appearances::Selected:
-        line(L, T, L, B, m_shadowColor);
-        line(L, T, R, T, m_shadowColor);
-        line(R, T, R, B, m_highlightColor);
-        line(L, B, R + 1, B, m_highlightColor);
+    case Appearances::Selected: {
+        // Sunken is Raised with the light and dark sides swapped.
+        const bool raised = Appearance == Appearances::Raised;
+        const OleColor topLeft = raised ? m_highlightColor : m_shadowColor;
+        const OleColor bottomRight = raised ? m_shadowColor : m_highlightColor;
+        line(L, T, L, B, topLeft);
+        line(L, T, R, T, topLeft);
+        line(R, T, R, B, bottomRight);
+        line(L, B, R + 1, B, bottomRight);
         inset = 1;
         break;
+    }
     case Appearances::Raised3D:
         line(L, T, L, B, m_highlightColor);
         line(L + 1, T + 1, L + 1, B - 1, m_lightColor);
