@@ -1,6 +1,8 @@
 #include "TreeListPainter.h"
 
+#include "IconPicture.h"
 #include "IndexKey.h"
+#include "TreeListError.h"
 
 #include <cmath>
 
@@ -44,12 +46,13 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
         const qint32 top = line * m_ctx.rowHeight;
         const lsCellsPtr &cells = row->Cells();
         // Cells are placed side by side from their widths, like header cells, so that a column
-        // whose width changed after its rows were added stays under its header.
+        // whose width changed after its rows were added stays under its header. A row wider than
+        // 32 bits overflows, as its Width does.
         qint32 x = 0;
         for (qint32 c = 1; c <= m_ctx.columns; ++c) {
             if (const lsCellPtr cell = cells->at(c)) {
                 cell->setLeft(x);
-                x += cell->Width();
+                x = toInt32(qint64(x) + cell->Width());
                 cell->setTop(top);
                 cell->setHeight(m_ctx.rowHeight);
                 cell->setVisible(true);
@@ -116,8 +119,10 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
 
 qint16 TreeListPainter::paintMode(const lsNodes &rows, const lsNode &row) const {
     const lsNodePtr selected = rows.SelectedRow();
-    // Rows picked by multi-selection keep their Selected flag without being the selected row.
-    if ((selected && selected->Index() == row.Index()) || row.Selected())
+    // Only the collection's selected row looks selected; a row's own flag can be left over from
+    // an earlier selection that went while the row was hidden. With MultiSelect, rows picked
+    // beside it carry just that flag, and look selected too.
+    if ((selected && selected->Index() == row.Index()) || (m_ctx.multiSelect && row.Selected()))
         return m_ctx.hasFocus ? -1 : 1;
     return 0;
 }
@@ -147,9 +152,10 @@ qint32 TreeListPainter::PictureWidthPixels(const StdPicture &picture) const {
 
 void TreeListPainter::PaintCell(OffScreenDC &dc, lsCell &cell, qint16 mode) const {
     const bool hasIcon = !isEmptyText(cell.Icon());
+    // Cell pictures come from the image list only.
     StdPicturePtr picture;
     if (hasIcon && m_ctx.imageList)
-        picture = m_ctx.imageList->pictureOrNull(cell.Icon());
+        picture = iconPicture(cell.Icon(), m_ctx.imageList);
 
     // The first column keeps the offset the row painter gave it (the text start).
     if (hasIcon && cell.Index() >= 2 && m_ctx.imageList)
@@ -192,7 +198,8 @@ void TreeListPainter::PaintCell(OffScreenDC &dc, lsCell &cell, qint16 mode) cons
     // centres them vertically too.
     if (hasIcon && cell.Left() >= 1 && picture) {
         const qint32 size = PictureWidthPixels(*picture);
-        const qint32 y = cell.Top() + roundHalfEven((m_ctx.rowHeight - size) / 2.0);
+        // The whole sum is rounded (half to even), as row geometry rounds its picture top.
+        const qint32 y = roundHalfEven(cell.Top() + (m_ctx.rowHeight - size) / 2.0);
         dc.DrawPicture(picture, cell.Left(), y);
     }
 }
@@ -255,13 +262,12 @@ StdPicturePtr TreeListPainter::nodePicture(const lsNode &row) const {
             return builtin(105);
         return builtin(row.Expanded() ? 103 : 104);
     }
-    if (!m_ctx.imageList) {
-        const auto number = indexKeyPosition(icon);
-        return number ? builtin(*number) : nullptr;
-    }
-    if (StdPicturePtr picture = m_ctx.imageList->pictureOrNull(icon))
-        return picture;
-    return builtin(105);
+    // Without an image list the Icon names a built-in picture or nothing; with one, a key the
+    // list lacks shows the leaf picture.
+    StdPicturePtr picture = iconPicture(icon, m_ctx.imageList);
+    if (!picture && m_ctx.imageList)
+        picture = builtin(105);
+    return picture;
 }
 
 void TreeListPainter::DrawNodePictures(OffScreenDC &dc, const lsNode &row,
@@ -289,7 +295,7 @@ void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
             if (!cell || !cell->Visible())
                 continue;
             cell->setLeft(x);
-            x += cell->Width();
+            x = toInt32(qint64(x) + cell->Width());
             cell->setTop(top);
             cell->setHeight(m_ctx.rowHeight);
             cell->setXoffset(0);

@@ -22,6 +22,7 @@ struct PaintContext {
     qint32 lineStyle = lsLineSolid;
     qint32 focusType = lsSelectCell;
     bool hasFocus = false;          // chooses the selected row's look (highlight or button face)
+    bool multiSelect = false;       // rows picked beside the selected one look selected too
     qint32 headers = 1;             // header lines above the rows
     qint32 firstDisplayedRow = 1;   // Index of the row under the header rows
     qint32 visibleLineCount = 0;    // data lines that fit (a partial line counts)

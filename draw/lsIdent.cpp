@@ -1,6 +1,7 @@
 #include "lsIdent.h"
 
 #include "BuiltinPictures.h"
+#include "IconPicture.h"
 #include "TreeListError.h"
 
 #include <cmath>
@@ -22,15 +23,6 @@ qint32 store(double value) {
         r > std::numeric_limits<qint32>::max())
         throw TreeListError(TreeListError::Overflow);
     return static_cast<qint32>(r);
-}
-
-// The built-in picture an Icon value names: a number, or text holding a number.
-StdPicturePtr builtinFor(const QVariant &Icon) {
-    if (const auto position = indexKeyPosition(Icon))
-        return builtinPicture(*position);
-    bool ok = false;
-    const int number = Icon.toString().trimmed().toInt(&ok);
-    return ok ? builtinPicture(number) : nullptr;
 }
 
 } // namespace
@@ -67,11 +59,8 @@ void lsIdent::Refresh(const lsNodePtr &Row, qint32 RowHeight, const lsImageList 
 void lsIdent::measurePicture(const QVariant &Icon, const lsImageList *ImageList,
                              const ScaleSource *Pic) {
     // A row without an icon shows the expanded-parent picture whether or not there is a list.
-    StdPicturePtr picture;
-    if (isEmptyText(Icon))
-        picture = builtinPicture(picExpandedParent);
-    else
-        picture = ImageList ? ImageList->ListImages(Icon).Picture : builtinFor(Icon);
+    const StdPicturePtr picture =
+        isEmptyText(Icon) ? builtinPicture(picExpandedParent) : iconPicture(Icon, ImageList);
     if (!picture || !Pic)
         throw TreeListError(TreeListError::InvalidArgument);
     const qint32 height = store(Pic->ScaleY(picture->Height(), Himetric, Pixels));

@@ -13,6 +13,12 @@ QString TreeListError::standardText(int number) {
         return QStringLiteral("Invalid procedure call or argument");
     case Overflow:
         return QStringLiteral("Overflow");
+    case OutOfMemory:
+        return QStringLiteral("Out of memory");
+    case DivisionByZero:
+        return QStringLiteral("Division by zero");
+    case InternalError:
+        return QStringLiteral("Internal error");
     case TypeMismatch:
         return QStringLiteral("Type mismatch");
     case DuplicateKey:
@@ -32,4 +38,11 @@ qint32 toInt32(qint64 value) {
     if (value < std::numeric_limits<qint32>::min() || value > std::numeric_limits<qint32>::max())
         throw TreeListError(TreeListError::Overflow);
     return static_cast<qint32>(value);
+}
+
+double divide(double dividend, double divisor) {
+    if (divisor == 0)
+        throw TreeListError(dividend == 0 ? TreeListError::Overflow
+                                          : TreeListError::DivisionByZero);
+    return dividend / divisor;
 }

@@ -11,7 +11,10 @@ public:
     enum Number : int {
         InvalidArgument = 5, // a position or key that names no item
         Overflow = 6,        // a 16-bit counter or result past its range
+        OutOfMemory = 7,     // an allocation failed
+        DivisionByZero = 11, // a layout computed with a row height of 0
         TypeMismatch = 13,   // a value of the wrong type (an index-or-key that is neither)
+        InternalError = 51,  // anything else that went wrong inside the component
         DuplicateKey = 457,  // a key already used in a keyed collection
     };
 
@@ -37,3 +40,6 @@ private:
 qint16 toInt16(qint64 value);
 // Narrows to a signed 32-bit value, raising the overflow error outside its range.
 qint32 toInt32(qint64 value);
+// Divides as floating point does, except that a zero divisor raises division by zero (0 / 0
+// raises overflow instead).
+double divide(double dividend, double divisor);

@@ -55,8 +55,13 @@ void PictureBox::paintEvent(QPaintEvent *) {
 
 void PictureBox::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
-    m_screen = QImage(size(), QImage::Format_RGB32);
-    m_screen.fill(oleTranslateColor(m_backColor));
+    // The old frame stays where it was until the control copies a new one: when composing that
+    // one fails, the last good frame is still what the user sees.
+    QImage screen(size(), QImage::Format_RGB32);
+    screen.fill(oleTranslateColor(m_backColor));
+    if (!m_screen.isNull())
+        QPainter(&screen).drawImage(0, 0, m_screen);
+    m_screen = std::move(screen);
 }
 
 void PictureBox::focusInEvent(QFocusEvent *event) {

@@ -60,8 +60,10 @@ QVariant PropertyBag::ReadProperty(const QString &name, const QVariant &defaultV
         return QVariant::fromValue(static_cast<qint32>(wholeNumber(
             v, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max())));
     case QMetaType::UInt:
-        return QVariant::fromValue(
-            static_cast<quint32>(wholeNumber(v, 0, std::numeric_limits<quint32>::max())));
+        // 32 bits written by a program that sees them as signed (a system colour as
+        // -2147483643) are the same value as their unsigned reading.
+        return QVariant::fromValue(static_cast<quint32>(wholeNumber(
+            v, std::numeric_limits<qint32>::min(), std::numeric_limits<quint32>::max())));
     case QMetaType::QString:
         if (!v.isString())
             mismatch();

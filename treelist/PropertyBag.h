@@ -12,7 +12,8 @@ class PropertyBag {
 public:
     // Reads a value. Missing -> `defaultValue`. The default's type says what is expected:
     // bool (a JSON boolean), qint16 (a whole number in 16 bits; beyond raises overflow),
-    // qint32 / quint32 (a whole number in that range), QString, QVariantMap (a JSON object);
+    // qint32 (a whole number in that range), quint32 (32 bits, given signed or unsigned),
+    // QString, QVariantMap (a JSON object);
     // an invalid default accepts a string or null. Anything else raises type mismatch (13).
     QVariant ReadProperty(const QString &name, const QVariant &defaultValue) const;
     // Stores a value, or removes the entry when the value equals `defaultValue`.

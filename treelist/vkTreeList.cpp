@@ -67,7 +67,9 @@ qint16 vbBool(bool v) {
 
 } // namespace
 
-vkTreeList::vkTreeList(QWidget *parent, HostContainer *host) : QWidget(parent), m_host(host) {
+vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
+    : QWidget(parent), m_host(host),
+      m_guard([this](qint32 number, const QString &text) { emit OnError(number, text); }) {
     if (!m_host) {
         m_ownHost = std::make_unique<HostContainer>();
         m_host = m_ownHost.get();
@@ -85,15 +87,21 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host) : QWidget(parent), 
     m_scrY->hide();
     m_imgGhost->hide();
 
-    connect(m_scrY, &QScrollBar::valueChanged, this, &vkTreeList::onVerticalScroll);
-    connect(m_scrX, &QScrollBar::valueChanged, this, &vkTreeList::onHorizontalScroll);
-    connect(m_picOut, &PictureBox::paintRequested, this, [this] { RedrawFrame(true); });
+    connect(m_scrY, &QScrollBar::valueChanged, this,
+            [this](int value) { guarded("vertical scroll", [&] { onVerticalScroll(value); }); });
+    connect(m_scrX, &QScrollBar::valueChanged, this, [this](int value) {
+        guarded("horizontal scroll", [&] { onHorizontalScroll(value); });
+    });
+    connect(m_picOut, &PictureBox::paintRequested, this,
+            [this] { guarded("paint", [&] { RedrawFrame(true); }); });
     connect(m_picOut, &PictureBox::focusChanged, this, [this](bool focused) {
-        // While the editor is open the grid keeps looking focused.
-        if (!focused && m_editing)
-            return;
-        m_hasFocus = focused;
-        RedrawFrame(false);
+        guarded("focus change", [&] {
+            // While the editor is open the grid keeps looking focused.
+            if (!focused && m_editing)
+                return;
+            m_hasFocus = focused;
+            RedrawFrame(false);
+        });
     });
     connect(m_picOut, &PictureBox::mousePressed, this, [this] { m_hasFocus = true; });
 
@@ -164,6 +172,7 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
         return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<qint32>(def))
             .value<qint32>();
     };
+    // Colours load in either their unsigned or their signed 32-bit form.
     const auto u32 = [&](const char *key, quint32 def) {
         return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<quint32>(def))
             .value<quint32>();
@@ -172,13 +181,14 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
         return bag.ReadProperty(QLatin1String(key), def).toBool();
     };
     const bool autoRedraw = flag("AutoRedraw", true);
-    const qint16 columns = i16("Columns", 1);
-    const qint16 editMode = i16("EditMode", 0);
+    // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
+    const qint32 columns = i32("Columns", 1);
+    const qint32 editMode = i32("EditMode", 0);
     const qint32 focusType = i32("FocusType", 1);
     const qint16 headers = i16("Headers", 1);
-    const qint16 rowHeight = i16("RowHeight", 18);
-    const qint16 lineStyle = i16("LineStyle", 1);
-    const qint16 columnWidth = i16("ColumnWidth", 1200);
+    const qint32 rowHeight = i32("RowHeight", 18);
+    const qint32 lineStyle = i32("LineStyle", 1);
+    const qint32 columnWidth = i32("ColumnWidth", 1200);
     const QVariant imageListName = bag.ReadProperty(QStringLiteral("ImageList"), QVariant());
     const bool enabled = flag("Enabled", true);
     const qint16 appearance = i16("Appearance", 1);
@@ -221,14 +231,14 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
 
 void vkTreeList::WriteProperties(PropertyBag &bag) const {
     const auto i16 = [](qint32 v) { return QVariant::fromValue<qint16>(static_cast<qint16>(v)); };
+    const auto i32 = [](qint32 v) { return QVariant::fromValue<qint32>(v); };
     bag.WriteProperty("AutoRedraw", m_autoRedraw, true);
-    bag.WriteProperty("Columns", i16(m_columns), i16(1));
-    bag.WriteProperty("EditMode", i16(m_editMode), i16(0));
-    bag.WriteProperty("FocusType", QVariant::fromValue<qint32>(m_focusType),
-                      QVariant::fromValue<qint32>(1));
+    bag.WriteProperty("Columns", i32(m_columns), i32(1));
+    bag.WriteProperty("EditMode", i32(m_editMode), i32(0));
+    bag.WriteProperty("FocusType", i32(m_focusType), i32(1));
     bag.WriteProperty("Headers", i16(m_headerCount), i16(1));
-    bag.WriteProperty("RowHeight", i16(m_rowHeight), i16(18));
-    bag.WriteProperty("Enabled", isEnabled(), true);
+    bag.WriteProperty("RowHeight", i32(m_rowHeight), i32(18));
+    bag.WriteProperty("Enabled", Enabled(), true);
     bag.WriteProperty("Appearance", i16(m_appearance), i16(1));
     bag.WriteProperty("BackColor", QVariant::fromValue<quint32>(m_picOut->BackColor()),
                       QVariant::fromValue<quint32>(kDefaultBackColor));
@@ -239,8 +249,8 @@ void vkTreeList::WriteProperties(PropertyBag &bag) const {
     const QString listName = m_host->imageListName(m_imageList);
     bag.WriteProperty("ImageList", listName.isEmpty() ? QVariant() : QVariant(listName),
                       QVariant());
-    bag.WriteProperty("LineStyle", i16(m_lineStyle), i16(1));
-    bag.WriteProperty("ColumnWidth", i16(m_defaultColumnWidth), i16(1200));
+    bag.WriteProperty("LineStyle", i32(m_lineStyle), i32(1));
+    bag.WriteProperty("ColumnWidth", i32(m_defaultColumnWidth), i32(1200));
     bag.WriteProperty("MultiSelect", i16(vbBool(m_multiSelect)), i16(0));
     bag.WriteProperty("AutoSelectNew", m_autoSelectNew, true);
     bag.WriteProperty("ComponentVersion", i16(m_componentVersion.toInt()), i16(0));
@@ -308,7 +318,7 @@ void vkTreeList::notify(const QString &key) {
 // --- Properties ---------------------------------------------------------------------------------
 
 void vkTreeList::setAppearance(qint32 value) {
-    m_appearance = static_cast<qint16>(value);
+    m_appearance = toInt16(value);
     const int border = m_appearance == lsApp3D ? kBorder3D : 0;
     setContentsMargins(border, border, border, border);
     notify("Appearance");
@@ -406,15 +416,33 @@ StdPicturePtr vkTreeList::builtinPicture(int number) const {
 
 void vkTreeList::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange && m_rows) {
-        notify("Enabled");
-        RedrawFrame(false);
-    }
+    if (event->type() == QEvent::EnabledChange && m_rows)
+        guarded("enabled change", [&] { syncEnabled(); });
+}
+
+void vkTreeList::setEnabled(bool value) {
+    QWidget::setEnabled(value);
+    // Qt reports only changes of the effective state: inside a disabled parent this put is seen
+    // here alone.
+    syncEnabled();
+}
+
+void vkTreeList::syncEnabled() {
+    // A parent that is disabled or enabled changes how the control works, not its own Enabled:
+    // only the control's own state is news for the host.
+    if (Enabled() == m_ownEnabled)
+        return;
+    m_ownEnabled = Enabled();
+    notify("Enabled");
+    RedrawFrame(false);
 }
 
 void vkTreeList::paintEvent(QPaintEvent *) {
-    if (m_appearance != lsApp3D)
-        return;
+    if (m_appearance == lsApp3D)
+        guarded("border paint", [&] { paintBorder(); });
+}
+
+void vkTreeList::paintBorder() {
     // A sunken two-pixel border, drawn the way the surface draws its Raised3D cells, inverted.
     QPainter p(this);
     const QRect r = rect().adjusted(0, 0, -1, -1);
@@ -434,5 +462,5 @@ void vkTreeList::paintEvent(QPaintEvent *) {
 
 void vkTreeList::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
-    onResize();
+    guarded("resize", [&] { onResize(); });
 }

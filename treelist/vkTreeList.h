@@ -6,6 +6,7 @@
 // Sections of this header: life cycle; properties; columns and headers; rows and cells;
 // selection; viewport; painting; children; signals; private state.
 
+#include "EntryGuard.h"
 #include "HostContainer.h"
 #include "OffScreenDC.h"
 #include "PropertyBag.h"
@@ -45,7 +46,8 @@ public:
     void WriteProperties(PropertyBag &bag) const;
 
     // --- Properties ---------------------------------------------------------------------------
-    // Window border: lsAppFlat or lsApp3D.
+    // Window border: lsAppFlat or lsApp3D. The window keeps it in 16 bits: a value outside
+    // -32768..32767 raises overflow and changes nothing.
     qint32 Appearance() const { return m_appearance; }
     void setAppearance(qint32 value);
     // Whether frames are composed; turning it on repaints at once.
@@ -57,8 +59,11 @@ public:
     // How the in-place editor edits (lsEditModeConstants).
     qint32 EditMode() const { return m_editMode; }
     void setEditMode(qint32 value);
-    // Whether the control takes input (QWidget::setEnabled also notifies and repaints).
-    bool Enabled() const { return isEnabled(); }
+    // Whether the control itself takes input, whatever its parent says.
+    bool Enabled() const { return !testAttribute(Qt::WA_ForceDisabled); }
+    // Enables or disables the control itself; notifies and repaints when that changes it (also
+    // when called through QWidget).
+    void setEnabled(bool value);
     // Whether clicks and keys select rows or cells (lsSelectConstants).
     qint32 FocusType() const { return m_focusType; }
     void setFocusType(qint32 value);
@@ -89,17 +94,19 @@ public:
     void setExpandOnDoubleClick(bool value);
     // The width given to columns that have none, persisted as "ColumnWidth".
     qint32 DefaultColumnWidth() const { return m_defaultColumnWidth; }
-    // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; twips by default).
+    // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; twips by default). 16-bit: a
+    // value outside -32768..32767 raises overflow.
     qint16 ScaleMode() const { return m_scaleMode; }
-    void setScaleMode(qint16 value) { m_scaleMode = value; }
+    void setScaleMode(qint32 value) { m_scaleMode = toInt16(value); }
 
     // --- Columns and headers -------------------------------------------------------------------
     // Number of data columns; values below 1 are ignored.
     qint32 Columns() const { return m_columns; }
     void setColumns(qint32 value);
-    // Number of header rows (16-bit).
+    // Number of header rows (16-bit: a put outside -32768..32767 raises overflow before anything
+    // changes).
     qint16 Headers();
-    void setHeaders(qint16 value);
+    void setHeaders(qint32 value);
     // Width of a column in the control's scale mode, -1 when there is no such column or row.
     qint32 ColumnWidth(qint32 ColID) const;
     void setColumnWidth(qint32 ColID, qint32 width);
@@ -183,6 +190,8 @@ public:
     StdPicturePtr builtinPicture(int number) const;
     // Whether the drawing child has the focus, as painting sees it.
     bool hasFocusFlag() const { return m_hasFocus; }
+    // Number of calls from Qt (events, scroll bars) that failed and were reported by OnError.
+    qint64 failedEntries() const { return m_guard.failures(); }
 
 signals:
     // A property changed; the key is the one the property bag uses.
@@ -192,6 +201,9 @@ signals:
     // A row was opened / closed by the control.
     void OnExpand(qint32 RowID);
     void OnCollapse(qint32 RowID);
+    // A call that Qt made into the control (paint, resize, scrolling...) failed with this error;
+    // the control stays usable and keeps its last good frame. Host calls throw instead.
+    void OnError(qint32 Number, const QString &Description);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -199,12 +211,19 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    // Every entry point from Qt runs its work through here.
+    template <typename Call> void guarded(const char *entry, Call &&call) {
+        m_guard.run(entry, std::forward<Call>(call));
+    }
+
     // Life cycle
     void Initialize();
     void Terminate();
     void buildDesignSample();
     void fillSampleTexts(qint32 rowIndex);
     void onResize();
+    void paintBorder();
+    void syncEnabled();
     void notify(const QString &key);
 
     // Columns and rows
@@ -228,18 +247,22 @@ private:
     qint32 displayPosition(qint32 rowIndex);
     void keepFirstRowReachable();
     qint32 scrollBarExtent() const;
+    qint32 horizontalBarHeight() const;
+    qint32 wholeLineCount();
     void scrollIntoView(qint32 rowIndex);
 
     // Painting
     void RedrawFrame(bool keepIfUnchanged);
     std::unique_ptr<OffScreenDC> newSurface();
     void paintFrame(OffScreenDC &dc);
+    void paintLayers(OffScreenDC &dc);
     PaintContext paintContext();
     void repaintRow(const lsNodePtr &row, bool header);
     void showSurface();
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;
+    EntryGuard m_guard;
 
     // Children
     PictureBox *m_picOut;
@@ -268,7 +291,7 @@ private:
     bool m_autoSelectNew = true;
     bool m_expandOnDoubleClick = true;
     QVariant m_componentVersion = QVariant::fromValue<qint16>(0);
-    qint32 m_appearance = lsApp3D;
+    qint16 m_appearance = lsApp3D;
     qint16 m_scaleMode = 1;
 
     // Viewport
@@ -285,4 +308,5 @@ private:
     qint32 m_lastPaintedRow = 0;
     qint32 m_widestText = 0;
     bool m_terminated = false;
+    bool m_ownEnabled = true; // the last Enabled told to the host
 };

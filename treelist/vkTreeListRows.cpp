@@ -375,7 +375,9 @@ qint16 vkTreeList::Headers() {
     return toInt16(m_headerCount);
 }
 
-void vkTreeList::setHeaders(qint16 value) {
+void vkTreeList::setHeaders(qint32 count) {
+    // The count is 16-bit: a larger one fails before any header row is touched.
+    const qint16 value = toInt16(count);
     const qint32 current = Headers();
     if (value < current) {
         for (qint32 i = current; i > value && i >= 1; --i)
@@ -424,8 +426,9 @@ bool vkTreeList::AutoSize(qint32 ColID) {
         first = m_rows->at(1);
     if (!first)
         return false;
+    // Rounded up by adding 0.99999 and keeping the whole part: an empty title measures 0.
     const auto measure = [this](const QString &text) {
-        return roundHalfEven(m_picOut->TextWidth(text) + 0.99999);
+        return static_cast<qint32>(std::floor(m_picOut->TextWidth(text) + 0.99999));
     };
     qint32 widest = measure(first->Cells()->Item(ColID)->Title()) + kAutoSizePadding;
     for (const lsNodePtr &row : *m_rows) {

@@ -5,6 +5,7 @@
 #include "PictureBox.h"
 
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 #include <QTime>
@@ -34,6 +35,17 @@ void vkTreeList::onResize() {
 
 qint32 vkTreeList::scrollBarExtent() const {
     return style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_scrY);
+}
+
+qint32 vkTreeList::horizontalBarHeight() const {
+    return m_scrX->isHidden() ? 0 : m_scrX->height();
+}
+
+qint32 vkTreeList::wholeLineCount() {
+    // Data lines that fit wholly under the header rows.
+    const double lines =
+        std::floor(divide(m_picOut->ScaleHeight() - horizontalBarHeight(), m_rowHeight));
+    return toInt32(static_cast<qint64>(lines) - Headers());
 }
 
 qint32 vkTreeList::displayedRowCount() {
@@ -77,17 +89,15 @@ void vkTreeList::keepFirstRowReachable() {
     while (first && !first->Visible())
         first = first->Parent();
     m_firstDisplayedRow = toInt16(first ? first->Index() : 1);
-    const qint32 h = m_scrX->isHidden() ? 0 : m_scrX->height();
-    const qint32 whole = (m_picOut->ScaleHeight() - h) / m_rowHeight - Headers();
-    if (m_displayedRowCount <= whole)
+    if (m_displayedRowCount <= wholeLineCount())
         m_firstDisplayedRow = 1;
 }
 
 bool vkTreeList::lineCapacity() {
-    const qint32 h = m_scrX->isHidden() ? 0 : m_scrX->height();
     const qint16 old = m_visibleLineCount;
+    // A partly visible line counts as a line.
     const double lines =
-        std::floor(static_cast<double>(m_picOut->ScaleHeight() - h) / m_rowHeight + 0.99999);
+        std::floor(divide(m_picOut->ScaleHeight() - horizontalBarHeight(), m_rowHeight) + 0.99999);
     m_visibleLineCount = toInt16(static_cast<qint64>(lines) - Headers());
     m_displayedRowCount = displayedRowCount();
     if (m_displayedRowCount < 1)
@@ -98,16 +108,13 @@ bool vkTreeList::lineCapacity() {
 void vkTreeList::layoutScrollBars() {
     if (m_editing)
         return;
-    const qint32 scaleHeight = m_picOut->ScaleHeight();
     const qint32 scaleWidth = m_picOut->ScaleWidth();
-    const qint32 h = m_scrX->isHidden() ? 0 : m_scrX->height();
-    const qint32 whole =
-        static_cast<qint32>(std::floor(static_cast<double>(scaleHeight - h) / m_rowHeight)) -
-        Headers();
+    const qint32 whole = wholeLineCount();
     const qint32 extent = scrollBarExtent();
 
-    // Writing the bars' ranges may move their values: the change handlers must stay quiet.
-    m_suspend = true;
+    // Writing the bars' ranges may move their values: the change handlers must stay quiet, and
+    // become live again even when a step below fails.
+    const QScopedValueRollback<bool> suspend(m_suspend, true);
     const bool vertical = m_displayedRowCount > whole;
     m_scrY->setMinimum(1);
     m_scrY->setMaximum(std::max(1, m_displayedRowCount));
@@ -125,7 +132,9 @@ void vkTreeList::layoutScrollBars() {
         m_scrX->setSingleStep(std::max(1, scaleWidth / 50));
         m_scrX->setPageStep(std::max(1, scaleWidth / 8));
     } else {
+        // The bar goes with its position: shown again later, it starts at the left edge.
         m_horizontalOffset = 0;
+        m_scrX->setValue(0);
     }
 
     const QRect area = contentsRect();
@@ -158,7 +167,6 @@ void vkTreeList::layoutScrollBars() {
         bar->update();
     }
     m_imgGhost->raise();
-    m_suspend = false;
 }
 
 void vkTreeList::onVerticalScroll(int value) {
@@ -253,8 +261,11 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
     if (m_autoRedraw) {
         if (!keepIfUnchanged ||
             m_surface->HasChanged(m_picOut->ScaleWidth(), m_picOut->ScaleHeight())) {
-            m_surface = newSurface();
-            paintFrame(*m_surface);
+            // Composed aside and kept only when whole: a frame that fails half-way leaves the
+            // last good one in place.
+            std::unique_ptr<OffScreenDC> frame = newSurface();
+            paintFrame(*frame);
+            m_surface = std::move(frame);
         }
     }
     showSurface();
@@ -270,6 +281,7 @@ PaintContext vkTreeList::paintContext() {
     ctx.lineStyle = m_lineStyle;
     ctx.focusType = m_focusType;
     ctx.hasFocus = m_hasFocus;
+    ctx.multiSelect = m_multiSelect;
     ctx.headers = Headers();
     ctx.firstDisplayedRow = m_firstDisplayedRow;
     ctx.visibleLineCount = m_visibleLineCount;
@@ -282,6 +294,18 @@ PaintContext vkTreeList::paintContext() {
 }
 
 void vkTreeList::paintFrame(OffScreenDC &dc) {
+    const qint32 offset = m_horizontalOffset;
+    paintLayers(dc);
+    // The layout that ends the row pass may take the horizontal bar away, and the offset with it.
+    // The frame must show what the layout decided, or the rows would stay shifted out of a view
+    // that has no bar left to scroll them back: paint once more, unshifted.
+    if (m_horizontalOffset != offset) {
+        dc.Clear(m_picOut->BackColor(), m_picOut->ForeColor());
+        paintLayers(dc);
+    }
+}
+
+void vkTreeList::paintLayers(OffScreenDC &dc) {
     // Rows and headers scroll sideways together.
     dc.setOriginX(m_horizontalOffset);
     if (m_rows->Count() > 0) {

@@ -1,6 +1,6 @@
 // Colours, fonts, pictures, unit conversion and the image list.
-#include "../nodes/ErrorOf.h"
 #include "BuiltinPictures.h"
+#include "ErrorOf.h"
 #include "ScaleConverter.h"
 #include "StdFont.h"
 #include "SystemColors.h"

@@ -1,11 +1,13 @@
 // The control's persisted properties through the JSON property bag.
 
+#include "ErrorOf.h"
 #include "TreeListFixture.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
+#include <functional>
 
 namespace {
 
@@ -123,6 +125,78 @@ TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
         EXPECT_EQ(list->Rows(), 1) << c.json;
     }
     EXPECT_EQ(list->AddItem("A", lsChild, "B", "Beta"), 2);
+}
+
+TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {
+    // Enumerated properties are 32-bit and stored as given; the file keeps every bit, and a
+    // value whose low 16 bits equal the default is not mistaken for it.
+    const struct Wide {
+        const char *key;
+        void (vkTreeList::*put)(qint32);
+        qint32 (vkTreeList::*get)() const;
+        qint32 value;
+    } wide[] = {
+        {"EditMode", &vkTreeList::setEditMode, &vkTreeList::EditMode, 70000},
+        {"LineStyle", &vkTreeList::setLineStyle, &vkTreeList::LineStyle, 65537},
+        {"FocusType", &vkTreeList::setFocusType, &vkTreeList::FocusType, -70000},
+    };
+    for (const Wide &w : wide)
+        (list.get()->*w.put)(w.value);
+    PropertyBag bag;
+    list->WriteProperties(bag);
+    vkTreeList loaded(nullptr, host.get());
+    loaded.ReadProperties(bag);
+    for (const Wide &w : wide) {
+        EXPECT_EQ(bag.json().value(w.key).toDouble(), w.value) << w.key;
+        EXPECT_EQ((loaded.*w.get)(), w.value) << w.key;
+    }
+
+    // Colours load from the signed and the unsigned form of the same 32 bits.
+    for (const char *json : {R"({"BackColor": -2147483643, "ForeColor": 2147483656})",
+                             R"({"BackColor": 2147483653, "ForeColor": -2147483640})"}) {
+        ASSERT_TRUE(bag.fromJson(json));
+        loaded.ReadProperties(bag);
+        EXPECT_EQ(loaded.BackColor(), 0x80000005u) << json;
+        EXPECT_EQ(loaded.ForeColor(), 0x80000008u) << json;
+    }
+
+    // Puts of 16-bit values take the host's 32 bits and fail before anything changes.
+    QStringList keys;
+    QObject::connect(list.get(), &vkTreeList::PropertyChanged,
+                     [&](const QString &key) { keys << key; });
+    const struct Narrow {
+        const char *name;
+        std::function<void()> put;
+    } narrow[] = {
+        {"Headers 40000", [&] { list->setHeaders(40000); }},
+        {"Headers -32769", [&] { list->setHeaders(-32769); }},
+        {"Appearance 70000", [&] { list->setAppearance(70000); }},
+        {"ScaleMode 32768", [&] { list->setScaleMode(32768); }},
+    };
+    for (const Narrow &n : narrow)
+        EXPECT_EQ(errorOf(n.put), TreeListError::Overflow) << n.name;
+    EXPECT_TRUE(keys.isEmpty());
+    EXPECT_EQ(list->Headers(), 1);
+    EXPECT_EQ(list->Appearance(), lsApp3D);
+    EXPECT_EQ(list->ScaleMode(), 1);
+
+    // Enabled is the control's own state: a disabled parent neither changes nor notifies it.
+    QWidget parent;
+    vkTreeList child(&parent, host.get());
+    child.InitProperties();
+    QObject::connect(&child, &vkTreeList::PropertyChanged,
+                     [&](const QString &key) { keys << key; });
+    parent.setEnabled(false);
+    EXPECT_TRUE(child.Enabled());
+    PropertyBag saved;
+    child.WriteProperties(saved);
+    EXPECT_FALSE(saved.contains("Enabled"));
+    child.setEnabled(false);
+    parent.setEnabled(true);
+    EXPECT_FALSE(child.Enabled());
+    child.WriteProperties(saved);
+    EXPECT_FALSE(saved.json().value("Enabled").toBool(true));
+    EXPECT_EQ(keys, QStringList({"Enabled"}));
 }
 
 TEST_F(PropertyBagTest, PutsNotifyWithTheBagKeyAndRepaintOnlyWhereTheyShould) {

@@ -182,15 +182,16 @@ TEST_F(TreeListRowsTest, ColumnWidthConvertsAndAutoSizeFitsTheLongestText) {
     list->setColumnWidth(2, 90);
     EXPECT_EQ(list->ColumnWidth(2), 90);
 
-    // Empty titles size to the padding; the tree column adds the text start of its rows.
+    // Empty titles size to the padding; the tree column adds the text start of its rows. Whole
+    // text widths are not rounded up any further.
     EXPECT_FALSE(list->AutoSize(2));
-    EXPECT_EQ(list->ColumnWidth(2), 13);
+    EXPECT_EQ(list->ColumnWidth(2), 12);
     list->setListCell(lslcData, 2, 2, "a much longer text than the others");
     EXPECT_FALSE(list->AutoSize(2));
     const qint32 text = list->picOut()->TextWidth("a much longer text than the others");
-    EXPECT_EQ(list->ColumnWidth(2), text + 1 + 12);
+    EXPECT_EQ(list->ColumnWidth(2), text + 12);
     EXPECT_FALSE(list->AutoSize(1));
-    EXPECT_EQ(list->ColumnWidth(1), list->picOut()->TextWidth("Row1") + 1 + 36 + 12);
+    EXPECT_EQ(list->ColumnWidth(1), list->picOut()->TextWidth("Row1") + 36 + 12);
     EXPECT_THROW(list->AutoSize(5), TreeListError);
 }
 
