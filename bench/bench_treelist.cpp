@@ -1,16 +1,18 @@
-// The control against Qt's item views, in one run: bulk loading rows of four text cells with
-// AutoRedraw and AutoSelectNew off, the heap bytes each row costs, one full frame of an 800x600
-// control, and tearing the loaded control down. The yardsticks are a QTreeWidget and a QTreeView
-// over a QStandardItemModel, loaded with the same rows and texts and shown at the same size.
-// Loads and teardowns run once: the node collection renumbers every row on each add. Prints the
-// ours/Qt ratios at the end.
+// The control against Qt's item views, in one run, at 1024, 4096 and 32767 rows of four text
+// cells: bulk loading (AutoSelectNew off; AutoRedraw off, and on for our control against its own
+// off time), the heap bytes each row costs, one full frame of an 800x600 list, scrolling by one
+// line 1000 times, and tearing the loaded list down. The yardsticks are a QTreeWidget and a
+// QTreeView over a QStandardItemModel, loaded with the same rows and texts, shown at the same size
+// with rows of our 18-pixel height, so the same rows are on screen. Prints the ratios at the end.
 #include "BenchSupport.h"
 #include "vkTreeList.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QImage>
+#include <QScrollBar>
 #include <QStandardItemModel>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QTreeWidget>
 #include <benchmark/benchmark.h>
@@ -23,11 +25,12 @@
 
 namespace {
 
-constexpr int kRows = 32767;
-constexpr int kSmallRows = 4096;
+constexpr int kSizes[] = {1024, 4096, 32767};
 constexpr int kColumns = 4;
 constexpr int kWidth = 800;
 constexpr int kHeight = 600;
+constexpr int kRowHeight = 18;
+constexpr int kScrollSteps = 1000;
 
 enum class Shape { Flat, DepthFirst };
 enum class Side { Ours, Widget, Model };
@@ -102,6 +105,15 @@ struct ModelView {
     QTreeView view;
 };
 
+// Gives Qt's rows our row height, so that both sides show the same number of rows.
+class RowHeightDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+        return {QStyledItemDelegate::sizeHint(option, index).width(), kRowHeight};
+    }
+};
+
 // Our control's column widths in pixels, which the Qt views copy.
 int columnPixels(int column) {
     static const std::vector<int> widths = [] {
@@ -116,14 +128,14 @@ int columnPixels(int column) {
     return widths[size_t(column)];
 }
 
-std::unique_ptr<Ours> newOurs() {
+std::unique_ptr<Ours> newOurs(bool autoRedraw) {
     auto ours = std::make_unique<Ours>();
     vkTreeList &list = ours->list;
     list.InitProperties();
     list.setColumns(kColumns);
     for (int c = 1; c <= kColumns; ++c)
         list.setHeaderCell(lslcData, 1, c, QStringLiteral("Column %1").arg(c));
-    list.setAutoRedraw(false);
+    list.setAutoRedraw(autoRedraw);
     list.setAutoSelectNew(false);
     list.resize(kWidth, kHeight);
     list.show();
@@ -132,6 +144,8 @@ std::unique_ptr<Ours> newOurs() {
 }
 
 void setUpView(QTreeView &view) {
+    view.setItemDelegate(new RowHeightDelegate(&view));
+    view.setUniformRowHeights(true);
     for (int c = 0; c < kColumns; ++c)
         view.header()->resizeSection(c, columnPixels(c));
     view.resize(kWidth, kHeight);
@@ -201,42 +215,57 @@ std::map<Case, std::unique_ptr<QTreeWidget>> widgetLoaded;
 std::map<Case, std::unique_ptr<ModelView>> modelLoaded;
 
 struct Measured {
-    double loadMs = 0, bytesPerRow = 0, firstFrameMs = 0, frameMs = 0, destroyMs = 0;
+    double loadMs = 0, redrawLoadMs = 0, bytesPerRow = 0, firstFrameMs = 0, frameMs = 0,
+           scrollMs = 0, destroyMs = 0;
     int rowsDrawn = 0;
 };
 std::map<std::tuple<Side, Shape, int>, Measured> results;
 
-// Makes a list of `side`, loads the case's rows into it (timed when `measured` is given) and
-// keeps it.
+// Loads the case's rows into a new list (timed) and measures the heap bytes it took.
 template <class List, class Make>
-List &loaded(std::map<Case, std::unique_ptr<List>> &kept, Make make, const Case &c,
-             Measured *measured = nullptr) {
-    std::unique_ptr<List> &list = kept[c];
-    if (list)
-        return *list;
-    list = make();
+std::unique_ptr<List> loadNew(Make make, const Case &c, double *ms, double *bytesPerRow) {
+    std::unique_ptr<List> list = make();
     const size_t before = heapInUse();
     // The texts and keys are released after the load, so the strings the list shares with them
     // count for the list.
     auto rows = std::make_unique<Rows>(makeRows(c.first, c.second));
-    const double ms = timed([&] { load(*list, *rows); });
+    *ms = timed([&] { load(*list, *rows); });
     const double count = double(rows->plan.size());
     rows.reset();
-    if (measured) {
-        measured->loadMs = ms;
-        measured->bytesPerRow = double(heapInUse() - before) / count;
+    if (bytesPerRow)
+        *bytesPerRow = double(heapInUse() - before) / count;
+    return list;
+}
+
+// The list of a case, loaded with AutoRedraw off (timed when `measured` is given) and kept.
+template <class List, class Make>
+List &loaded(std::map<Case, std::unique_ptr<List>> &kept, Make make, const Case &c,
+             Measured *measured = nullptr) {
+    std::unique_ptr<List> &list = kept[c];
+    if (!list) {
+        Measured m;
+        list = loadNew<List>(make, c, &m.loadMs, &m.bytesPerRow);
+        if (measured) {
+            measured->loadMs = m.loadMs;
+            measured->bytesPerRow = m.bytesPerRow;
+        }
     }
     return *list;
 }
 
 Ours &ours(const Case &c, Measured *m = nullptr) {
-    return loaded(oursLoaded, newOurs, c, m);
+    return loaded(
+        oursLoaded, [] { return newOurs(false); }, c, m);
 }
 QTreeWidget &widget(const Case &c, Measured *m = nullptr) {
     return loaded(widgetLoaded, newWidget, c, m);
 }
 ModelView &modelView(const Case &c, Measured *m = nullptr) {
     return loaded(modelLoaded, newModelView, c, m);
+}
+
+QTreeView &view(Side side, const Case &c) {
+    return side == Side::Widget ? static_cast<QTreeView &>(widget(c)) : modelView(c).view;
 }
 
 template <class List> double destroy(std::map<Case, std::unique_ptr<List>> &kept, const Case &c) {
@@ -262,6 +291,29 @@ int rowsDrawn(const vkTreeList &list) {
     return n;
 }
 
+// Our control with its first frame composed (turning AutoRedraw back on after the load).
+vkTreeList &shownOurs(const Case &c) {
+    vkTreeList &list = ours(c).list;
+    if (!list.AutoRedraw()) {
+        results[{Side::Ours, c.first, c.second}].firstFrameMs =
+            timed([&] { list.setAutoRedraw(true); });
+        QApplication::processEvents();
+    }
+    return list;
+}
+
+// A Qt view with its first frame rendered (which lays out the rows) into `image`.
+QTreeView &shownView(Side side, const Case &c, QImage &image) {
+    QTreeView &v = view(side, c);
+    image = QImage(v.viewport()->size(), QImage::Format_RGB32);
+    Measured &kept = results[{side, c.first, c.second}];
+    if (kept.firstFrameMs == 0) {
+        kept.firstFrameMs = timed([&] { v.viewport()->render(&image); });
+        QApplication::processEvents();
+    }
+    return v;
+}
+
 // --- Benchmarks ---------------------------------------------------------------------------------
 
 void BM_Load(benchmark::State &state, Side side, Case c) {
@@ -281,43 +333,56 @@ void BM_Load(benchmark::State &state, Side side, Case c) {
     }
 }
 
+// Our bulk load with AutoRedraw on: a repaint per AddItem, into a list of its own.
+void BM_LoadRedrawing(benchmark::State &state, Case c) {
+    for (auto _ : state) {
+        double ms = 0;
+        auto list = loadNew<Ours>([] { return newOurs(true); }, c, &ms, nullptr);
+        state.SetIterationTime(ms / 1000.0);
+        results[{Side::Ours, c.first, c.second}].redrawLoadMs = ms;
+    }
+}
+
 // A full frame: our control recomposes the frame and copies it to its drawing child; a Qt view
 // renders its viewport (rows only; the header is another widget) into an image.
 void BM_Frame(benchmark::State &state, Side side, Case c) {
     Measured &kept = results[{side, c.first, c.second}];
     QImage image;
-    QTreeView *view = nullptr;
-    vkTreeList *list = nullptr;
-    if (side == Side::Ours) {
-        list = &ours(c).list;
-        if (!list->AutoRedraw()) {
-            // Turning AutoRedraw back on after the load composes the first frame.
-            kept.firstFrameMs = timed([&] { list->setAutoRedraw(true); });
-            QApplication::processEvents();
-        }
-        kept.rowsDrawn = rowsDrawn(*list);
-    } else {
-        view = side == Side::Widget ? static_cast<QTreeView *>(&widget(c)) : &modelView(c).view;
-        image = QImage(view->viewport()->size(), QImage::Format_RGB32);
-        if (kept.firstFrameMs == 0) {
-            // The first frame after a load lays out every row.
-            kept.firstFrameMs = timed([&] { view->viewport()->render(&image); });
-            QApplication::processEvents();
-        }
-        kept.rowsDrawn = rowsDrawn(*view);
-    }
+    vkTreeList *list = side == Side::Ours ? &shownOurs(c) : nullptr;
+    QTreeView *v = list ? nullptr : &shownView(side, c, image);
+    kept.rowsDrawn = list ? rowsDrawn(*list) : rowsDrawn(*v);
     const auto start = std::chrono::steady_clock::now();
     for (auto _ : state) {
         if (list)
             list->Refresh();
         else
-            view->viewport()->render(&image);
+            v->viewport()->render(&image);
     }
     kept.frameMs =
         std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
             .count() /
         double(state.iterations());
     state.counters["rows_drawn"] = kept.rowsDrawn;
+}
+
+// One line further down through the vertical bar, 1000 times (back to the top at the end), each
+// step ending with the new frame: ours composes it as the bar moves, a Qt view renders it.
+void BM_Scroll(benchmark::State &state, Side side, Case c) {
+    QImage image;
+    vkTreeList *list = side == Side::Ours ? &shownOurs(c) : nullptr;
+    QTreeView *v = list ? nullptr : &shownView(side, c, image);
+    QScrollBar *bar = list ? list->scrY() : v->verticalScrollBar();
+    for (auto _ : state) {
+        const double ms = timed([&] {
+            for (int i = 0; i < kScrollSteps; ++i) {
+                bar->setValue(bar->value() < bar->maximum() ? bar->value() + 1 : bar->minimum());
+                if (v)
+                    v->viewport()->render(&image);
+            }
+        });
+        state.SetIterationTime(ms / 1000.0);
+        results[{side, c.first, c.second}].scrollMs = ms;
+    }
 }
 
 void BM_Destroy(benchmark::State &state, Side side, Case c) {
@@ -336,36 +401,42 @@ void BM_Destroy(benchmark::State &state, Side side, Case c) {
     }
 }
 
-const Case kCases[] = {{Shape::Flat, kSmallRows},
-                       {Shape::DepthFirst, kSmallRows},
-                       {Shape::Flat, kRows},
-                       {Shape::DepthFirst, kRows}};
 const std::pair<Side, const char *> kSides[] = {
     {Side::Ours, "vkTreeList"}, {Side::Widget, "QTreeWidget"}, {Side::Model, "QTreeView+model"}};
+
+std::vector<Case> cases() {
+    std::vector<Case> all;
+    for (int size : kSizes)
+        for (Shape shape : {Shape::Flat, Shape::DepthFirst})
+            all.push_back({shape, size});
+    return all;
+}
 
 void registerAll() {
     const auto name = [](const char *what, const char *side, const Case &c) {
         return std::string(what) + "/" + side + "/" + shapeName(c.first) + "/" +
                std::to_string(c.second);
     };
-    for (const Case &c : kCases)
+    const auto once = [](benchmark::internal::Benchmark *b) {
+        b->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+    };
+    for (const Case &c : cases()) {
         for (const auto &[side, sideName] : kSides)
-            benchmark::RegisterBenchmark(name("load", sideName, c).c_str(), BM_Load, side, c)
-                ->Iterations(1)
-                ->UseManualTime()
-                ->Unit(benchmark::kMillisecond);
-    for (Shape shape : {Shape::Flat, Shape::DepthFirst})
-        for (const auto &[side, sideName] : kSides) {
-            const Case c{shape, kRows};
+            once(benchmark::RegisterBenchmark(name("load", sideName, c).c_str(), BM_Load, side, c));
+        once(benchmark::RegisterBenchmark(name("load-redrawing", "vkTreeList", c).c_str(),
+                                          BM_LoadRedrawing, c));
+        for (const auto &[side, sideName] : kSides)
             benchmark::RegisterBenchmark(name("frame", sideName, c).c_str(), BM_Frame, side, c)
                 ->Unit(benchmark::kMillisecond);
-        }
-    for (const Case &c : kCases)
+        // Only the flat list has a thousand lines to scroll through with its rows collapsed.
+        if (c.first == Shape::Flat && c.second > kScrollSteps)
+            for (const auto &[side, sideName] : kSides)
+                once(benchmark::RegisterBenchmark(name("scroll", sideName, c).c_str(), BM_Scroll,
+                                                  side, c));
         for (const auto &[side, sideName] : kSides)
-            benchmark::RegisterBenchmark(name("destroy", sideName, c).c_str(), BM_Destroy, side, c)
-                ->Iterations(1)
-                ->UseManualTime()
-                ->Unit(benchmark::kMillisecond);
+            once(benchmark::RegisterBenchmark(name("destroy", sideName, c).c_str(), BM_Destroy,
+                                              side, c));
+    }
 }
 
 double ratio(double ours, double qt) {
@@ -380,33 +451,53 @@ void printTables() {
         {"bulk load", &Measured::loadMs},
         {"first frame", &Measured::firstFrameMs},
         {"full frame", &Measured::frameMs},
+        {"scroll 1000 lines", &Measured::scrollMs},
         {"destroy", &Measured::destroyMs}};
-    for (const Case &c : kCases)
+    for (const Case &c : cases())
         for (const auto &[operation, field] : operations) {
             const Measured o = get(Side::Ours, c), w = get(Side::Widget, c),
                            m = get(Side::Model, c);
             if (o.*field == 0 && w.*field == 0)
                 continue;
-            std::printf("| %s | %d | %s | %.2f | %.2f | **%.1f** | %.2f |\n", shapeName(c.first),
+            std::printf("| %s | %d | %s | %.2f | %.2f | **%.2f** | %.2f |\n", shapeName(c.first),
                         c.second, operation, o.*field, w.*field, ratio(o.*field, w.*field),
                         m.*field);
         }
+    std::printf("\n| shape | rows | AutoRedraw on ms | AutoRedraw off ms | on/off |\n"
+                "|---|---:|---:|---:|---:|\n");
+    for (const Case &c : cases()) {
+        const Measured o = get(Side::Ours, c);
+        if (o.redrawLoadMs > 0)
+            std::printf("| %s | %d | %.2f | %.2f | **%.2f** |\n", shapeName(c.first), c.second,
+                        o.redrawLoadMs, o.loadMs, ratio(o.redrawLoadMs, o.loadMs));
+    }
     std::printf("\n| shape | rows | vkTreeList bytes/row | QTreeWidget bytes/row | ours/Qt | "
                 "QStandardItemModel bytes/row |\n|---|---:|---:|---:|---:|---:|\n");
-    for (const Case &c : kCases) {
+    for (const Case &c : cases()) {
         const Measured o = get(Side::Ours, c), w = get(Side::Widget, c), m = get(Side::Model, c);
         if (o.bytesPerRow == 0 && w.bytesPerRow == 0)
             continue;
-        std::printf("| %s | %d | %.0f | %.0f | %.1f | %.0f |\n", shapeName(c.first), c.second,
+        std::printf("| %s | %d | %.0f | %.0f | **%.2f** | %.0f |\n", shapeName(c.first), c.second,
                     o.bytesPerRow, w.bytesPerRow, ratio(o.bytesPerRow, w.bytesPerRow),
                     m.bytesPerRow);
     }
-    std::printf("\nRows on screen in the frames (vkTreeList / QTreeWidget / QTreeView):");
+    // Linear loads cost the same per row at every size.
+    std::printf("\nPer-row load cost at %d rows over the cost at %d rows (ours):", kSizes[2],
+                kSizes[0]);
     for (Shape shape : {Shape::Flat, Shape::DepthFirst}) {
-        const Case c{shape, kRows};
-        std::printf(" %s %d / %d / %d;", shapeName(shape), get(Side::Ours, c).rowsDrawn,
-                    get(Side::Widget, c).rowsDrawn, get(Side::Model, c).rowsDrawn);
+        const Measured small = get(Side::Ours, {shape, kSizes[0]});
+        const Measured large = get(Side::Ours, {shape, kSizes[2]});
+        const auto growth = [&](double Measured::*field) {
+            return ratio((large.*field) / kSizes[2], (small.*field) / kSizes[0]);
+        };
+        std::printf(" %s %.2f (AutoRedraw on %.2f);", shapeName(shape), growth(&Measured::loadMs),
+                    growth(&Measured::redrawLoadMs));
     }
+    std::printf("\nRows on screen in the frames (vkTreeList / QTreeWidget / QTreeView):");
+    for (const Case &c : cases())
+        std::printf(" %s %d: %d / %d / %d;", shapeName(c.first), c.second,
+                    get(Side::Ours, c).rowsDrawn, get(Side::Widget, c).rowsDrawn,
+                    get(Side::Model, c).rowsDrawn);
     std::printf("\n");
 }
 
