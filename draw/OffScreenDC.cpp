@@ -1,6 +1,7 @@
 #include "OffScreenDC.h"
 
 #include "SystemColors.h"
+#include "TextCache.h"
 #include "TreeListError.h"
 
 #include <QFontMetrics>
@@ -45,6 +46,13 @@ void blit(QImage &dst, qint64 x, qint64 y, const QImage &src, qint64 width, qint
     const Span rows = clipSpan(y, y + std::min<qint64>(height, src.height()), dst.height());
     if (cols.empty() || rows.empty() || src.isNull())
         return;
+    // The whole of a same-sized image: the target shares the raster instead of copying it (the
+    // one that is drawn on next makes its own copy first).
+    if (x == 0 && y == 0 && dst.size() == src.size() && width >= src.width() &&
+        height >= src.height() && dst.format() == src.format()) {
+        dst = src;
+        return;
+    }
     QPainter p(&dst);
     p.setCompositionMode(QPainter::CompositionMode_Source);
     const auto w = static_cast<int>(cols.hi - cols.lo);
@@ -62,8 +70,13 @@ void OffScreenDC::Initialize(QImage *CtlHdc, qint32 CtlWidth, qint32 CtlHeight,
     m_target = CtlHdc;
     m_width = CtlWidth;
     m_height = CtlHeight;
-    m_surface = QImage();
-    if (CtlWidth > 0 && CtlHeight > 0 && qint64(CtlWidth) * CtlHeight <= MaxSurfacePixels)
+    // A raster of the right size that nobody else shares is painted over, not made anew: it is
+    // cleared below all the same.
+    const bool fits =
+        CtlWidth > 0 && CtlHeight > 0 && qint64(CtlWidth) * CtlHeight <= MaxSurfacePixels;
+    if (!fits)
+        m_surface = QImage();
+    else if (m_surface.size() != QSize(CtlWidth, CtlHeight) || !m_surface.isDetached())
         m_surface = QImage(CtlWidth, CtlHeight, QImage::Format_RGB32);
     // Read once per object: a face colour of 0 means "not read yet".
     if (m_faceColor == 0) {
@@ -164,9 +177,9 @@ void OffScreenDC::DrawCaption(qint32 L, qint32 T, qint32 W, qint32 H, OleColor B
     qint64 x = 0;
     qint64 y = 0;
     if (!Caption.isEmpty() && CaptionAlign >= caCenterCenter && CaptionAlign <= caBottomright) {
-        const QFontMetrics fm(currentFont());
-        const qint64 cx = fm.horizontalAdvance(Caption);
-        const qint64 cy = fm.height();
+        TextCache &texts = TextCache::instance();
+        const qint64 cx = texts.width(currentFont(), Caption);
+        const qint64 cy = texts.height(currentFont());
         const qint64 available = qint64(W) - LeftOffset;
         switch (CaptionAlign % 3) {
         case 0:
@@ -212,10 +225,9 @@ void OffScreenDC::textOut(qint64 x, qint64 y, qint64 left, qint64 top, qint64 ri
     if (text.isEmpty() || x < -TextReach || x > TextReach || y < -TextReach || y > TextReach)
         return;
     p.setClipRect(box);
-    p.setFont(font);
     p.setPen(QColor(oleTranslateColor(m_textColor)));
-    p.drawText(QPoint(static_cast<int>(x), static_cast<int>(y) + QFontMetrics(font).ascent()),
-               text);
+    TextCache &texts = TextCache::instance();
+    texts.draw(p, static_cast<int>(x), static_cast<int>(y) + texts.ascent(font), font, text);
 }
 
 void OffScreenDC::InvertRect(qint32 nLeft, qint32 nTop, qint32 nWidth, qint32 nHeight) {
@@ -346,10 +358,11 @@ QString OffScreenDC::AdjustText(qint32 nLeft, qint32 nWidth, const QString &Capt
         return Caption;
     // The character count is 16-bit: longer captions raise the overflow error.
     const qint16 length = toInt16(Caption.size());
-    const QFontMetrics fm(currentFont());
+    const QFont &font = currentFont();
     const qint64 limit = qint64(nWidth) - 4;
     const auto fits = [&](qint64 count) {
-        return nLeft + qint64(fm.horizontalAdvance(Caption, static_cast<int>(count))) < limit;
+        const QString prefix = count == length ? Caption : Caption.left(count);
+        return nLeft + qint64(TextCache::instance().width(font, prefix)) < limit;
     };
     if (fits(length))
         return Caption;
@@ -410,6 +423,6 @@ qint32 OffScreenDC::TextHeight() const {
     return QFontMetrics(currentFont()).height();
 }
 
-QFont OffScreenDC::currentFont() const {
+const QFont &OffScreenDC::currentFont() const {
     return m_font ? m_font->qfont() : m_defaultFont;
 }

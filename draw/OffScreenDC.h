@@ -117,7 +117,7 @@ private:
                  const QString &text, const QFont &font);
     void setPixel(qint64 x, qint64 y, QRgb rgb);
     void solidLine(qint64 x1, qint64 y1, qint64 x2, qint64 y2, QRgb rgb);
-    QFont currentFont() const;
+    const QFont &currentFont() const;
 
     QImage m_surface;
     QImage *m_target = nullptr;

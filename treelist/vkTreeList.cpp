@@ -273,6 +273,7 @@ void vkTreeList::Terminate() {
     m_headers.reset();
     m_ident.reset();
     m_surface.reset();
+    m_spareSurface.reset();
     for (StdPicturePtr &picture : m_pictures)
         picture.reset();
 }

@@ -275,6 +275,7 @@ private:
     std::unique_ptr<lsNodes> m_rows;
     std::unique_ptr<lsIdent> m_ident;
     std::unique_ptr<OffScreenDC> m_surface;
+    std::unique_ptr<OffScreenDC> m_spareSurface; // the previous frame's, painted over next
     std::array<StdPicturePtr, 6> m_pictures;
 
     // Plain fields

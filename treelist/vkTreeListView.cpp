@@ -246,7 +246,11 @@ void vkTreeList::Refresh(bool Clear) {
 }
 
 std::unique_ptr<OffScreenDC> vkTreeList::newSurface() {
-    auto dc = std::make_unique<OffScreenDC>();
+    // The surface of the frame before last is free again: it becomes the new one, which spares
+    // allocating and clearing fresh memory for every frame.
+    std::unique_ptr<OffScreenDC> dc =
+        m_spareSurface ? std::move(m_spareSurface) : std::make_unique<OffScreenDC>();
+    dc->setOriginX(0);
     dc->Initialize(m_picOut->screenImage(), m_picOut->ScaleWidth(), m_picOut->ScaleHeight(),
                    m_picOut->BackColor(), m_picOut->ForeColor(), m_picOut->Font());
     return dc;
@@ -265,6 +269,7 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
             // last good one in place.
             std::unique_ptr<OffScreenDC> frame = newSurface();
             paintFrame(*frame);
+            m_spareSurface = std::move(m_surface);
             m_surface = std::move(frame);
         }
     }
