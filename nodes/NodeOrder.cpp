@@ -1,14 +1,129 @@
 #include "NodeOrder.h"
 
-qint32 NodeOrder::renumber(const lsNodePtr &root) {
-    qint32 counter = 1;
-    for (lsNode *node = root.get(); node; node = nextInPreOrder(node))
-        node->setIndex(counter++);
-    return counter;
+#include "IndexKey.h"
+#include "TreeListError.h"
+
+#include <cassert>
+
+const lsNodePtr *NodeOrder::slot(qint32 position) const {
+    if (!m_apart)
+        return m_tree.slotAt(position);
+    if (position < 1 || position > qint32(m_positions.size()))
+        return nullptr;
+    return &m_positions[size_t(position - 1)];
 }
 
-void NodeOrder::insert(const lsNodePtr &node, const QString &key, qint32 before) {
-    m_items.insert(node, key, before);
+lsNodePtr NodeOrder::item(const QVariant &indexKey) const {
+    switch (indexKeyKind(indexKey)) {
+    case IndexKeyKind::Position: {
+        const auto pos = indexKeyPosition(indexKey);
+        return pos ? at(*pos) : nullptr;
+    }
+    case IndexKeyKind::Key: {
+        const QString key = indexKey.toString();
+        return key.isEmpty() ? nullptr : m_keys.value(key.toCaseFolded());
+    }
+    default:
+        return nullptr;
+    }
+}
+
+void NodeOrder::store(const lsNodePtr &row, const QString &key) {
+    const QString folded = key.toCaseFolded();
+    if (!folded.isEmpty() && m_keys.contains(folded)) {
+        if (!m_apart)
+            keepApart(row.get());
+        throw TreeListError(TreeListError::DuplicateKey);
+    }
+    if (m_apart) {
+        const qint32 before = row->Index();
+        if (before >= 1 && before <= count())
+            m_positions.insert(m_positions.begin() + (before - 1), row);
+        else
+            m_positions.push_back(row);
+    }
+    if (!folded.isEmpty()) {
+        m_keys.insert(folded, row);
+        row->m_keyed = true;
+    }
+}
+
+void NodeOrder::keepApart(const lsNode *unstored) {
+    m_positions.reserve(size_t(m_tree.size()));
+    for (qint32 rank = 1; rank <= m_tree.size(); ++rank) {
+        const lsNodePtr &row = *m_tree.slotAt(rank);
+        if (row.get() != unstored)
+            m_positions.push_back(row);
+    }
+    m_apart = true;
+}
+
+void NodeOrder::dropKey(lsNode *row) {
+    if (!row->m_keyed)
+        return;
+    row->m_keyed = false;
+    const QString key = variantText(row->Key()).toCaseFolded();
+    if (!key.isEmpty()) {
+        const auto it = m_keys.constFind(key);
+        if (it != m_keys.constEnd() && it.value().get() == row) {
+            m_keys.erase(it);
+            return;
+        }
+    }
+    // A host may have changed the row's key since it was stored under it.
+    m_keys.removeIf([row](const auto &entry) { return entry.value().get() == row; });
+}
+
+void NodeOrder::unlinkRun(const lsNode *top, qint32 rows) {
+    const qint32 first = RowSequence::rankOf(top);
+    if (!m_apart) {
+        for (qint32 rank = first; rank < first + rows; ++rank) {
+            dropKey(m_tree.rowAt(rank));
+        }
+    }
+    m_tree.removeRun(first, rows);
+    if (m_apart && m_positions.empty() && m_tree.size() == 0)
+        m_apart = false;
+}
+
+void NodeOrder::removeAt(qint32 position) {
+    assert(m_apart && position >= 1 && position <= count());
+    const auto it = m_positions.begin() + (position - 1);
+    dropKey(it->get());
+    m_positions.erase(it);
+}
+
+qint32 NodeOrder::renumber() {
+    m_tree.renumber();
+    return m_tree.size() + 1;
+}
+
+void NodeOrder::clear() {
+    m_keys.clear();
+    m_positions.clear();
+    m_apart = false;
+    m_tree.clear();
+}
+
+qint32 NodeOrder::visibleUpTo(qint32 position) const {
+    if (!m_apart)
+        return m_tree.visibleUpTo(position);
+    qint32 visible = 0;
+    for (qint32 i = 0; i < position && i < count(); ++i)
+        visible += m_positions[size_t(i)]->Visible();
+    return visible;
+}
+
+lsNodePtr NodeOrder::visibleRow(qint32 k) const {
+    if (!m_apart) {
+        lsNode *row = m_tree.visibleRow(k);
+        return row ? *m_tree.slotAt(RowSequence::rankOf(row)) : nullptr;
+    }
+    for (const lsNodePtr &row : m_positions) {
+        if (row->Visible() && --k == 0)
+            return row;
+    }
+    return nullptr;
 }
 
 const lsNodePtr *NodeOrder::nextLink(const lsNode *node) {
@@ -22,4 +137,16 @@ const lsNodePtr *NodeOrder::nextLink(const lsNode *node) {
             return &up->NextSibling();
     }
     return nullptr;
+}
+
+void NodeOrder::check() const {
+#ifndef NDEBUG
+    m_tree.check();
+    for (auto it = m_keys.constBegin(); it != m_keys.constEnd(); ++it) {
+        const lsNodePtr &row = it.value();
+        assert(m_tree.contains(row.get()) && row->m_keyed);
+    }
+    for (const lsNodePtr &row : m_positions)
+        assert(m_tree.contains(row.get()));
+#endif
 }

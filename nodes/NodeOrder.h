@@ -1,38 +1,96 @@
 #pragma once
-// The rows of a node collection in tree order. Position i holds the node whose `Index` is i, and
-// renumbering walks the tree in pre-order (a node, its children's subtrees, then its next
-// sibling). The collection reaches its rows only through this class, so the way positions are
-// stored and renumbered can change without any change of behaviour.
+// The rows of a node collection: the tree order that numbers them and the positions that name
+// them. The collection reaches its rows only through this class.
+//
+// Tree order is a RowSequence (a list of blocks of rows with counts, see RowSequence.h) holding
+// every row linked into the tree, in pre-order: a node, its children's subtrees, then its next
+// sibling. A held row's `Index` is its rank there, computed when read, so it is always the number
+// a full pre-order renumbering would give; a row that leaves keeps the rank it had.
+//
+// Positions are that same sequence as long as every linked row was also stored, which is the
+// usual case. A duplicate key leaves a row linked but not stored: from then on the positions are
+// kept apart, in a plain vector that shifts on every insertion as before, until the collection is
+// emptied. Keys are hashed, compared without regard to case.
+//
+// Invariants (check() asserts them in debug builds): those of RowSequence; when not apart, every
+// key maps to a held row stored under it; when apart, every position holds a row of the tree
+// order and every key maps to a row at some position.
 
-#include "KeyedCollection.h"
-#include "lsNode.h"
+#include "RowSequence.h"
+
+#include <QHash>
+#include <QString>
+#include <QVariant>
+#include <vector>
 
 class NodeOrder {
 public:
-    using const_iterator = KeyedCollection<lsNode>::const_iterator;
+    // Iteration over the rows in position order.
+    class const_iterator {
+    public:
+        using difference_type = std::ptrdiff_t;
+        using value_type = lsNodePtr;
+        const_iterator() = default;
+        const_iterator(const NodeOrder *order, qint32 position)
+            : m_order(order), m_position(position) {}
+        const lsNodePtr &operator*() const { return *m_order->slot(m_position); }
+        const_iterator &operator++() {
+            ++m_position;
+            return *this;
+        }
+        const_iterator operator++(int) {
+            auto old = *this;
+            ++m_position;
+            return old;
+        }
+        bool operator==(const const_iterator &other) const {
+            return m_position == other.m_position;
+        }
 
-    // Sets `Index` 1, 2, ... on the nodes in pre-order from `root`; returns the next number
-    // (the node count + 1, or 1 for no root).
-    qint32 renumber(const lsNodePtr &root);
+    private:
+        const NodeOrder *m_order = nullptr;
+        qint32 m_position = 1;
+    };
 
-    // Number of stored nodes.
-    qint32 count() const { return m_items.count(); }
-    // The node at a 1-based position, or null when out of range.
-    lsNodePtr at(qint32 position) const { return m_items.at(position); }
+    // Puts a row linked into the tree into tree order, right after `previous` (null: first).
+    void link(const lsNode *previous, const lsNodePtr &row) { m_tree.insertAfter(previous, row); }
+    // Stores a linked row at the position of its `Index` (past the end appends) under a key
+    // ("" for none). A duplicate key raises the duplicate-key error; the row stays linked.
+    void store(const lsNodePtr &row, const QString &key);
+    // Takes a row and the `rows` - 1 rows after it in tree order (its subtree) out of tree order,
+    // and out of the positions unless they are kept apart.
+    void unlinkRun(const lsNode *top, qint32 rows);
+    // The renumbering after a change: rows read their rank as `Index` again. Returns the number
+    // of rows in tree order + 1.
+    qint32 renumber();
+    // The rows in tree order.
+    const RowSequence &tree() const { return m_tree; }
+    RowSequence &tree() { return m_tree; }
+
+    // True when positions are kept apart from tree order (after a duplicate key).
+    bool apart() const { return m_apart; }
+    // Number of stored rows.
+    qint32 count() const { return m_apart ? qint32(m_positions.size()) : m_tree.size(); }
+    // The row at a 1-based position, or null when out of range.
+    lsNodePtr at(qint32 position) const {
+        const lsNodePtr *s = slot(position);
+        return s ? *s : nullptr;
+    }
     // The node a position or key names, or null when it names none or is of the wrong type.
-    lsNodePtr item(const QVariant &indexKey) const { return m_items.item(indexKey); }
+    lsNodePtr item(const QVariant &indexKey) const;
+    // Drops the row at a 1-based position while positions are kept apart.
+    void removeAt(qint32 position);
+    // Drops every row; each keeps its rank as `Index`.
+    void clear();
 
-    // Stores a node before a 1-based position (past the end appends) under a key ("" for none).
-    // A duplicate key raises the duplicate-key error and stores nothing.
-    void insert(const lsNodePtr &node, const QString &key, qint32 before);
-    // Drops the node at a 1-based position; out of range raises the invalid-argument error.
-    void removeAt(qint32 position) { m_items.removeAt(position); }
-    // Drops every node.
-    void clear() { m_items.clear(); }
+    // Number of `Visible` rows at positions 1..position.
+    qint32 visibleUpTo(qint32 position) const;
+    // The k-th `Visible` row in position order, or null.
+    lsNodePtr visibleRow(qint32 k) const;
 
-    // Iteration over the nodes in position order.
-    const_iterator begin() const { return m_items.begin(); }
-    const_iterator end() const { return m_items.end(); }
+    // Iteration over the rows in position order.
+    const_iterator begin() const { return const_iterator(this, 1); }
+    const_iterator end() const { return const_iterator(this, count() + 1); }
 
     // The link that holds the node after `node` in pre-order: its first child, else its next
     // sibling, else the next sibling of its nearest ancestor that has one; null at the end.
@@ -43,6 +101,16 @@ public:
         return link ? link->get() : nullptr;
     }
 
+    // Asserts the invariants listed above (debug builds; no-op otherwise).
+    void check() const;
+
 private:
-    KeyedCollection<lsNode> m_items;
+    const lsNodePtr *slot(qint32 position) const;
+    void dropKey(lsNode *row);
+    void keepApart(const lsNode *unstored);
+
+    RowSequence m_tree;
+    bool m_apart = false;
+    std::vector<lsNodePtr> m_positions;
+    QHash<QString, lsNodePtr> m_keys;
 };

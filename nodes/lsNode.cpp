@@ -1,5 +1,6 @@
 #include "lsNode.h"
 
+#include "RowSequence.h"
 #include "TreeListError.h"
 
 #include <limits>
@@ -40,4 +41,39 @@ void lsNode::clearLinks() {
     m_LastChild.reset();
     m_NextSibling.reset();
     m_PrevSibling.reset();
+}
+
+void lsNode::setVisible(bool v) {
+    if (v == m_Visible)
+        return;
+    putVisible(v);
+    // Rows below took their visibility from the old value; the next recomputation must see them.
+    if (m_block)
+        RowSequence::unsettle(this);
+}
+
+void lsNode::putVisible(bool v) {
+    if (v == m_Visible)
+        return;
+    m_Visible = v;
+    if (m_block)
+        RowSequence::visibleChanged(this, v);
+}
+
+void lsNode::setExpanded(bool v) {
+    if (v == m_Expanded)
+        return;
+    m_Expanded = v;
+    if (m_block)
+        RowSequence::unsettle(this);
+}
+
+qint32 lsNode::Index() const {
+    return m_block && !m_indexPut ? RowSequence::rankOf(this) : m_Index;
+}
+
+void lsNode::setIndex(qint32 v) {
+    m_Index = v;
+    if (m_block)
+        RowSequence::indexPut(this);
 }

@@ -12,6 +12,7 @@
 
 class lsNode;
 using lsNodePtr = std::shared_ptr<lsNode>;
+struct RowBlock;
 
 class lsNode {
 public:
@@ -46,7 +47,7 @@ public:
 
     // The row may be shown: it is not hidden under a collapsed ancestor.
     bool Visible() const { return m_Visible; }
-    void setVisible(bool v) { m_Visible = v; }
+    void setVisible(bool v);
     // The row's own text.
     const QString &Text() const { return m_Text; }
     void setText(const QString &v) { m_Text = v; }
@@ -62,11 +63,11 @@ public:
     const QString &FullPath() const { return m_FullPath; }
     void setFullPath(const QString &v) { m_FullPath = v; }
     // 1-based position in tree pre-order, assigned by the collection.
-    qint32 Index() const { return m_Index; }
-    void setIndex(qint32 v) { m_Index = v; }
+    qint32 Index() const;
+    void setIndex(qint32 v);
     // Children are shown when the node is visible.
     bool Expanded() const { return m_Expanded; }
-    void setExpanded(bool v) { m_Expanded = v; }
+    void setExpanded(bool v);
     // Depth in the tree, 0 for top level.
     qint32 IdentLevel() const { return m_IdentLevel; }
     void setIdentLevel(qint32 v) { m_IdentLevel = v; }
@@ -88,6 +89,14 @@ public:
     void clearLinks();
 
 private:
+    friend class RowSequence;
+    friend class NodeOrder;
+    friend class lsNodes;
+
+    // Writes of the collection itself, which keeps visibility in step on its own.
+    void putVisible(bool v);
+    void putExpanded(bool v) { m_Expanded = v; }
+
     bool m_Expanded = true;
     QVariant m_Key;
     bool m_Selected = false;
@@ -105,4 +114,12 @@ private:
     bool m_Displayed = false;
     bool m_Marked = false;
     qint32 m_Index = 0;
+    // The block of the collection's row sequence that holds the row; null outside one.
+    RowBlock *m_block = nullptr;
+    // A host put `Index`: it reads back until the collection next renumbers.
+    bool m_indexPut = false;
+    // `Visible` here or below may disagree with the parent's (see lsNodes::SetVisibility).
+    bool m_unsettled = false;
+    // The collection's keys name the row.
+    bool m_keyed = false;
 };

@@ -1,5 +1,6 @@
 #include "lsNodes.h"
 
+#include "RowSequence.h"
 #include "TreeListError.h"
 
 #include <vector>
@@ -16,6 +17,30 @@ lsNode *nextInSubtree(const lsNode *node, const lsNode *top) {
         node = node->Parent().get();
     }
     return nullptr;
+}
+
+// The node after `node`'s subtree in a pre-order walk that never leaves the subtree of `top`.
+lsNode *nextPastSubtree(const lsNode *node, const lsNode *top) {
+    while (node && node != top) {
+        if (node->NextSibling())
+            return node->NextSibling().get();
+        node = node->Parent().get();
+    }
+    return nullptr;
+}
+
+// The last row of `node`'s subtree in pre-order.
+const lsNode *lastInSubtree(const lsNode *node) {
+    while (node->LastChild())
+        node = node->LastChild().get();
+    return node;
+}
+
+// The row right before a just linked row in pre-order (null when it is the first).
+const lsNode *previousInTree(const lsNode *node) {
+    if (const lsNodePtr prev = node->PrevSibling())
+        return lastInSubtree(prev.get());
+    return node->Parent().get();
 }
 
 // Every row reachable from `root` through its downward and rightward links, held so that
@@ -66,7 +91,9 @@ lsNodePtr lsNodes::Add(const QVariant &Relative, qint32 &Relationship, const QVa
 
     if (empty) {
         m_root = node;
+        m_lastTop = node;
         m_count = 1;
+        m_order.link(nullptr, node);
     } else {
         lsNodePtr relative = Item(Relative);
         if (!relative)
@@ -75,14 +102,20 @@ lsNodePtr lsNodes::Add(const QVariant &Relative, qint32 &Relationship, const QVa
         if (Relationship == lsFirst || Relationship == lsLast)
             Relationship = lsNext;
         link(node, relative, Relationship);
-        if (const lsNodePtr parent = node->Parent())
-            node->setVisible(parent->Expanded());
+        m_order.link(previousInTree(node.get()), node);
+        if (const lsNodePtr parent = node->Parent()) {
+            node->putVisible(parent->Expanded());
+            // Under an open parent that is itself hidden the row is shown against the rule; the
+            // next recomputation that reaches it must put that right.
+            if (parent->Expanded() && !parent->Visible())
+                RowSequence::unsettle(node.get());
+        }
     }
 
     ReIndex();
     // A duplicate key throws here, after the row is linked and counted: hosts see the row in the
     // tree but cannot name it.
-    m_order.insert(node, variantText(Key), node->Index());
+    m_order.store(node, variantText(Key));
     m_tail = m_order.at(m_order.count());
     return node;
 }
@@ -108,6 +141,8 @@ void lsNodes::link(const lsNodePtr &node, const lsNodePtr &relative, qint32 rela
         relative->setNextSibling(node);
         if (!next && parent)
             parent->setLastChild(node);
+        if (!next && !parent)
+            m_lastTop = node;
         node->setIdentLevel(relative->IdentLevel());
         node->setParent(parent);
         break;
@@ -193,7 +228,7 @@ lsNodePtr lsNodes::GetNextNode(bool OnlyVisibleNode) {
 }
 
 qint32 lsNodes::ReIndex() {
-    return m_order.renumber(m_root);
+    return m_order.renumber();
 }
 
 void lsNodes::setExpanded(const lsNodePtr &Node, bool value) {
@@ -212,26 +247,40 @@ bool lsNodes::Remove(const QVariant &IndexKey) {
     const lsNodePtr target = Item(IndexKey);
     if (!target)
         return false;
-    for (lsNode *node = target.get(); node; node = nextInSubtree(node, target.get()))
+    std::vector<lsNode *> subtree;
+    for (lsNode *node = target.get(); node; node = nextInSubtree(node, target.get())) {
         node->setFlag(true);
+        subtree.push_back(node);
+    }
 
     // The loop counter is 16-bit: above 32767 rows this throws before anything is unlinked.
     const qint16 last = toInt16(m_count);
-    for (qint16 i = last; i >= 1; --i) {
-        const lsNodePtr node = m_order.at(i);
-        if (!node || !node->Flag())
-            continue;
+    const auto drop = [this](lsNode *node) {
         unlink(node);
         // A row that is still the selected row lost its flag to a later selection of hidden
         // rows; the reference is dropped all the same, so it never names a removed row.
-        if (node->Selected() || node == m_selectedRow) {
+        if (node->Selected() || node == m_selectedRow.get()) {
             m_selectedRow.reset();
             m_selectedCell.reset();
         }
-        // Walking down from the end, the row at i is the one just taken, whatever its key.
-        m_order.removeAt(i);
         --m_count;
+    };
+    if (!m_order.apart()) {
+        // Positions are tree order: the flagged rows are the subtree's run, and taking it from
+        // its end backwards unlinks them in the order of a scan from the last position down.
+        for (auto it = subtree.rbegin(); it != subtree.rend(); ++it)
+            drop(*it);
+    } else {
+        for (qint16 i = last; i >= 1; --i) {
+            const lsNodePtr node = m_order.at(i);
+            if (!node || !node->Flag())
+                continue;
+            drop(node.get());
+            // Walking down from the end, the row at i is the one just taken, whatever its key.
+            m_order.removeAt(i);
+        }
     }
+    m_order.unlinkRun(target.get(), qint32(subtree.size()));
 
     if (m_count > 0) {
         m_tail = m_order.at(m_order.count());
@@ -245,7 +294,7 @@ bool lsNodes::Remove(const QVariant &IndexKey) {
     return true;
 }
 
-void lsNodes::unlink(const lsNodePtr &node) {
+void lsNodes::unlink(lsNode *node) {
     const lsNodePtr prev = node->PrevSibling();
     const lsNodePtr next = node->NextSibling();
     const lsNodePtr parent = node->Parent();
@@ -254,15 +303,17 @@ void lsNodes::unlink(const lsNodePtr &node) {
     if (next)
         next->setPrevSibling(prev);
     if (parent) {
-        if (parent->Child() == node)
+        if (parent->Child().get() == node)
             parent->setChild(next);
-        if (parent->LastChild() == node)
+        if (parent->LastChild().get() == node)
             parent->setLastChild(prev);
     }
     // The first top-level row hands its place to the next one, so numbering still starts at
     // the first row.
-    if (m_root == node)
+    if (m_root.get() == node)
         m_root = next;
+    if (m_lastTop.get() == node)
+        m_lastTop = prev;
     node->clearLinks();
 }
 
@@ -278,6 +329,8 @@ void lsNodes::Clear() {
     // its top-level row went, that is from 1 within that row's subtree. releaseAll then breaks
     // the links, including those of a row that a duplicate key kept out of the positions.
     toInt16(m_count);
+    // Out of the order first, so the numbers below are the rows' own and not a host's put.
+    m_order.clear();
     for (lsNodePtr top = m_root; top; top = top->NextSibling()) {
         qint32 index = 1;
         for (lsNode *node = top.get(); node; node = nextInSubtree(node, top.get())) {
@@ -289,14 +342,14 @@ void lsNodes::Clear() {
 }
 
 void lsNodes::releaseAll() {
-    std::vector<lsNodePtr> rows = reachableRows(m_root);
-    rows.insert(rows.end(), m_order.begin(), m_order.end());
+    const std::vector<lsNodePtr> rows = reachableRows(m_root);
+    m_order.clear();
     for (const lsNodePtr &row : rows)
         row->clearLinks();
-    m_order.clear();
     m_count = 0;
     m_root.reset();
     m_tail.reset();
+    m_lastTop.reset();
     m_walkStart.reset();
     m_cursor.reset();
     m_selectedRow.reset();
@@ -306,6 +359,12 @@ void lsNodes::releaseAll() {
 lsNodePtr lsNodes::GetLastSibling(const lsNodePtr &Node) const {
     if (!Node || !Node->NextSibling())
         return nullptr;
+    // Links of rows this collection holds are kept whole; a row of another collection or one a
+    // host linked by hand is followed along its chain.
+    if (m_order.tree().contains(Node.get())) {
+        const lsNodePtr parent = Node->Parent();
+        return parent ? parent->LastChild() : m_lastTop;
+    }
     lsNodePtr last = Node->NextSibling();
     while (last->NextSibling())
         last = last->NextSibling();
@@ -324,16 +383,68 @@ QString lsNodes::FindPath(const lsNodePtr &Node) const {
 bool lsNodes::SetVisibility(const lsNodePtr &Node) {
     if (!Node)
         return false;
-    // Every later row is recomputed from its parent, so walking to the end of the whole tree
-    // leaves it right even beyond Node's subtree.
-    for (lsNode *node = Node.get(); node; node = NodeOrder::nextInPreOrder(node)) {
-        const lsNodePtr parent = node->Parent();
-        node->setVisible(!parent || (parent->Visible() && parent->Expanded()));
+    if (m_order.tree().contains(Node.get())) {
+        const lsNodePtr parent = Node->Parent();
+        Node->putVisible(!parent || (parent->Visible() && parent->Expanded()));
+        settleAfter(Node.get(), recomputeBelow(Node.get()));
+    } else {
+        // A row of another collection or out of any: walk to the end of its tree as its links go.
+        for (lsNode *node = Node.get(); node; node = NodeOrder::nextInPreOrder(node)) {
+            const lsNodePtr parent = node->Parent();
+            node->putVisible(!parent || (parent->Visible() && parent->Expanded()));
+        }
     }
     // The walk ran on the shared cursor and ended, so a walk in progress is gone.
     m_walkStart.reset();
     m_cursor.reset();
     return false;
+}
+
+void lsNodes::settleAfter(const lsNode *node, qint32 subtreeRows) {
+    // Recomputing every row after `node`'s subtree would change only rows marked unsettled and
+    // their subtrees: any other row agrees with its parent, whose value does not change. An
+    // unsettled ancestor covers the rest of its subtree; other marked rows lie further on.
+    RowSequence &tree = m_order.tree();
+    const lsNode *top = nullptr;
+    for (lsNodePtr up = node->Parent(); up; up = up->Parent()) {
+        if (up->m_unsettled)
+            top = up.get();
+    }
+    qint32 from = RowSequence::rankOf(node) + subtreeRows;
+    if (top) {
+        for (lsNode *row = nextPastSubtree(node, top); row; row = nextInSubtree(row, top)) {
+            const lsNodePtr parent = row->Parent();
+            row->putVisible(parent->Visible() && parent->Expanded());
+            RowSequence::settle(row);
+            ++from;
+        }
+    }
+    while (lsNode *row = tree.firstUnsettledFrom(from)) {
+        const lsNodePtr parent = row->Parent();
+        row->putVisible(!parent || (parent->Visible() && parent->Expanded()));
+        from = RowSequence::rankOf(row) + recomputeBelow(row);
+    }
+}
+
+qint32 lsNodes::recomputeBelow(lsNode *top) {
+    // Each child takes its parent's final value, so the order within the subtree is free: a
+    // stack keeps deep chains from recursing.
+    RowSequence::settle(top);
+    qint32 rows = 1;
+    std::vector<lsNode *> pending{top};
+    while (!pending.empty()) {
+        lsNode *parent = pending.back();
+        pending.pop_back();
+        const bool shown = parent->Visible() && parent->Expanded();
+        for (lsNode *child = parent->Child().get(); child; child = child->NextSibling().get()) {
+            child->putVisible(shown);
+            RowSequence::settle(child);
+            ++rows;
+            if (child->Child())
+                pending.push_back(child);
+        }
+    }
+    return rows;
 }
 
 qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {

@@ -52,7 +52,8 @@ public:
     // Renumbers `Index` in pre-order; returns the row count + 1.
     qint32 ReIndex();
 
-    // Opens or closes a row and recomputes `Visible` from it to the end of the tree.
+    // Opens or closes a row and recomputes `Visible` from it to the end of the tree (see
+    // SetVisibility for what that costs).
     void setExpanded(const lsNodePtr &Node, bool value);
     // Whether a row is open; false for null.
     bool Expanded(const lsNodePtr &Node) const;
@@ -75,7 +76,8 @@ public:
     lsNodePtr Tail() const { return m_tail; }
     // The texts from the top-level ancestor down to `Node`, joined by backslashes.
     QString FindPath(const lsNodePtr &Node) const;
-    // Recomputes `Visible` from `Node` to the end of the tree; always returns false.
+    // Recomputes `Visible` from `Node` to the end of the tree, visiting only `Node`'s subtree and
+    // the rows that may disagree with their parent; always returns false.
     bool SetVisibility(const lsNodePtr &Node);
 
     // Selects row `RowID` and its cell `ColID` among the visible rows (clearing the others'
@@ -87,6 +89,14 @@ public:
     lsCellPtr SelectedCell() const { return m_selectedCell; }
     // Forgets the selected row and cell without touching their `Selected` flags.
     void ClearSelection();
+
+    // Number of `Visible` rows at positions 1..Position (for scrolling by display line).
+    qint32 VisibleRowsUpTo(qint32 Position) const { return m_order.visibleUpTo(Position); }
+    // The row that is the k-th `Visible` row in position order, or null when there are fewer.
+    lsNodePtr VisibleRowAt(qint32 k) const { return m_order.visibleRow(k); }
+
+    // Asserts the collection's internal invariants (debug builds; no-op otherwise).
+    void check() const { m_order.check(); }
 
     // For-each over the rows in position order.
     NodeOrder::const_iterator begin() const { return m_order.begin(); }
@@ -102,13 +112,17 @@ signals:
 
 private:
     void link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship);
-    void unlink(const lsNodePtr &node);
+    void unlink(lsNode *node);
     void releaseAll();
+    void settleAfter(const lsNode *node, qint32 subtreeRows);
+    static qint32 recomputeBelow(lsNode *top);
 
     lsNodePtr m_selectedRow;
     lsCellPtr m_selectedCell;
     lsNodePtr m_root;
     lsNodePtr m_tail;
+    // The last top-level row, so the last sibling of a top-level row is found at once.
+    lsNodePtr m_lastTop;
     qint32 m_count = 0;
     lsNodePtr m_walkStart;
     lsNodePtr m_cursor;

@@ -1,0 +1,351 @@
+#include "RowSequence.h"
+
+#include <algorithm>
+#include <cassert>
+
+RowSequence::~RowSequence() {
+    clear();
+}
+
+qint32 RowSequence::offsetOf(const RowBlock *block, const lsNode *row) {
+    for (qint32 i = 0; i < block->size; ++i) {
+        if (block->rows[i].get() == row)
+            return i;
+    }
+    assert(false && "row not in its block");
+    return 0;
+}
+
+void RowSequence::ensureStarts(qint32 through) const {
+    for (qint32 i = m_startsValid; i <= through; ++i)
+        m_starts[size_t(i)] = i == 0 ? 0 : m_starts[size_t(i - 1)] + m_blocks[size_t(i - 1)]->size;
+    m_startsValid = std::max(m_startsValid, through + 1);
+}
+
+void RowSequence::ensureVisibleStarts(qint32 through) const {
+    for (qint32 i = m_visibleValid; i <= through; ++i)
+        m_visibleStarts[size_t(i)] =
+            i == 0 ? 0 : m_visibleStarts[size_t(i - 1)] + m_blocks[size_t(i - 1)]->visible;
+    m_visibleValid = std::max(m_visibleValid, through + 1);
+}
+
+void RowSequence::sizeChanged(const RowBlock *block) {
+    m_startsValid = std::min(m_startsValid, block->index + 1);
+    m_visibleValid = std::min(m_visibleValid, block->index + 1);
+}
+
+void RowSequence::blocksChanged(qint32 from) {
+    for (size_t i = size_t(from); i < m_blocks.size(); ++i)
+        m_blocks[i]->index = qint32(i);
+    m_starts.resize(m_blocks.size());
+    m_visibleStarts.resize(m_blocks.size());
+    m_startsValid = std::min(m_startsValid, from);
+    m_visibleValid = std::min(m_visibleValid, from);
+    m_finger = 0;
+}
+
+RowBlock *RowSequence::newBlockAt(qint32 index) {
+    auto block = std::make_unique<RowBlock>();
+    block->owner = this;
+    RowBlock *raw = block.get();
+    m_blocks.insert(m_blocks.begin() + index, std::move(block));
+    blocksChanged(index);
+    return raw;
+}
+
+void RowSequence::eraseBlock(qint32 index) {
+    m_blocks.erase(m_blocks.begin() + index);
+    blocksChanged(index);
+}
+
+RowSequence::Place RowSequence::placeOf(qint32 rank) const {
+    // Sequential walks by position stay in one block, so try the last one first.
+    if (m_finger < m_startsValid && size_t(m_finger) < m_blocks.size()) {
+        const qint32 start = m_starts[size_t(m_finger)];
+        if (rank > start && rank <= start + m_blocks[size_t(m_finger)]->size)
+            return {m_blocks[size_t(m_finger)].get(), rank - start - 1};
+    }
+    // Bring the starts up to date only as far as the rank needs.
+    const qint32 blocks = qint32(m_blocks.size());
+    while (m_startsValid < blocks) {
+        const qint32 last = m_startsValid - 1;
+        if (last >= 0 && m_starts[size_t(last)] + m_blocks[size_t(last)]->size >= rank)
+            break;
+        ensureStarts(m_startsValid);
+    }
+    const auto begin = m_starts.begin(), end = begin + m_startsValid;
+    const qint32 b = qint32(std::upper_bound(begin, end, rank - 1) - begin) - 1;
+    m_finger = b;
+    return {m_blocks[size_t(b)].get(), rank - m_starts[size_t(b)] - 1};
+}
+
+qint32 RowSequence::rankOf(const lsNode *row) {
+    const RowBlock *block = row->m_block;
+    const RowSequence *self = block->owner;
+    self->ensureStarts(block->index);
+    return self->m_starts[size_t(block->index)] + offsetOf(block, row) + 1;
+}
+
+const lsNodePtr *RowSequence::slotAt(qint32 rank) const {
+    if (rank < 1 || rank > m_size)
+        return nullptr;
+    const Place place = placeOf(rank);
+    return &place.block->rows[place.offset];
+}
+
+void RowSequence::insertAfter(const lsNode *previous, lsNodePtr row) {
+    if (!previous) {
+        insertAt(m_blocks.empty() ? newBlockAt(0) : m_blocks.front().get(), 0, std::move(row));
+        return;
+    }
+    RowBlock *block = previous->m_block;
+    insertAt(block, offsetOf(block, previous) + 1, std::move(row));
+}
+
+void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
+    constexpr qint32 cap = RowBlock::kCapacity;
+    if (block->size == cap) {
+        if (offset == cap) {
+            // Appending past a full block: the next block's front, or a new block. Loads that
+            // add row after row thus fill blocks completely.
+            const size_t next = size_t(block->index) + 1;
+            block = next < m_blocks.size() && m_blocks[next]->size < cap
+                        ? m_blocks[next].get()
+                        : newBlockAt(block->index + 1);
+            offset = 0;
+        } else {
+            RowBlock *upper = newBlockAt(block->index + 1);
+            for (qint32 i = cap / 2; i < cap; ++i) {
+                lsNodePtr &moved = block->rows[i];
+                moved->m_block = upper;
+                upper->visible += moved->m_Visible;
+                upper->unsettled += moved->m_unsettled;
+                upper->rows[upper->size++] = std::move(moved);
+            }
+            block->size = cap / 2;
+            block->visible -= upper->visible;
+            block->unsettled -= upper->unsettled;
+            sizeChanged(block);
+            if (offset > block->size) {
+                offset -= block->size;
+                block = upper;
+            }
+        }
+    }
+    std::move_backward(block->rows + offset, block->rows + block->size,
+                       block->rows + block->size + 1);
+    row->m_block = block;
+    block->visible += row->m_Visible;
+    block->unsettled += row->m_unsettled;
+    m_visibleTotal += row->m_Visible;
+    block->rows[offset] = std::move(row);
+    ++block->size;
+    ++m_size;
+    sizeChanged(block);
+}
+
+void RowSequence::leave(lsNode *row, qint32 rank) {
+    if (row->m_indexPut)
+        forgetIndexPut(row);
+    else
+        row->m_Index = rank;
+    row->m_unsettled = false;
+    row->m_keyed = false;
+    row->m_block = nullptr;
+}
+
+void RowSequence::forgetIndexPut(lsNode *row) {
+    row->m_indexPut = false;
+    std::erase(m_indexPuts, row);
+}
+
+void RowSequence::removeRun(qint32 first, qint32 count) {
+    if (count <= 0 || first < 1 || first + count - 1 > m_size)
+        return;
+    const Place place = placeOf(first);
+    const qint32 junction = place.block->index;
+    qint32 blockIndex = junction, offset = place.offset, rank = first;
+    // The rows are let go of only at the end: one may be the last owner of others, and their
+    // ends must not run while the blocks are half changed.
+    std::vector<lsNodePtr> released;
+    released.reserve(size_t(count));
+    while (count > 0) {
+        RowBlock *block = m_blocks[size_t(blockIndex)].get();
+        const qint32 take = std::min(count, block->size - offset);
+        for (qint32 i = offset; i < offset + take; ++i) {
+            lsNode *row = block->rows[i].get();
+            block->visible -= row->m_Visible;
+            m_visibleTotal -= row->m_Visible;
+            block->unsettled -= row->m_unsettled;
+            leave(row, rank++);
+            released.push_back(std::move(block->rows[i]));
+        }
+        std::move(block->rows + offset + take, block->rows + block->size, block->rows + offset);
+        block->size -= take;
+        m_size -= take;
+        count -= take;
+        sizeChanged(block);
+        if (block->size == 0)
+            eraseBlock(blockIndex);
+        else
+            ++blockIndex;
+        offset = 0;
+    }
+    // Keep blocks from thinning out where the run was cut.
+    for (const qint32 b : {junction - 1, junction}) {
+        if (b >= 0 && size_t(b) < m_blocks.size())
+            mergeWithNext(m_blocks[size_t(b)].get());
+    }
+}
+
+void RowSequence::mergeWithNext(RowBlock *block) {
+    const size_t next = size_t(block->index) + 1;
+    if (next >= m_blocks.size() || block->size + m_blocks[next]->size > RowBlock::kCapacity * 3 / 4)
+        return;
+    RowBlock *from = m_blocks[next].get();
+    for (qint32 i = 0; i < from->size; ++i) {
+        from->rows[i]->m_block = block;
+        block->rows[block->size++] = std::move(from->rows[i]);
+    }
+    block->visible += from->visible;
+    block->unsettled += from->unsettled;
+    eraseBlock(qint32(next));
+}
+
+void RowSequence::clear() {
+    std::vector<lsNodePtr> released;
+    released.reserve(size_t(m_size));
+    qint32 rank = 1;
+    for (const auto &block : m_blocks) {
+        for (qint32 i = 0; i < block->size; ++i) {
+            leave(block->rows[i].get(), rank++);
+            released.push_back(std::move(block->rows[i]));
+        }
+    }
+    m_blocks.clear();
+    blocksChanged(0);
+    m_size = 0;
+    m_visibleTotal = 0;
+    m_indexPuts.clear();
+}
+
+qint32 RowSequence::visibleUpTo(qint32 rank) const {
+    if (rank <= 0)
+        return 0;
+    if (rank >= m_size)
+        return m_visibleTotal;
+    const Place place = placeOf(rank);
+    ensureVisibleStarts(place.block->index);
+    qint32 count = m_visibleStarts[size_t(place.block->index)];
+    for (qint32 i = 0; i <= place.offset; ++i)
+        count += place.block->rows[i]->m_Visible;
+    return count;
+}
+
+lsNode *RowSequence::visibleRow(qint32 k) const {
+    if (k < 1 || k > m_visibleTotal)
+        return nullptr;
+    const qint32 blocks = qint32(m_blocks.size());
+    while (m_visibleValid < blocks) {
+        const qint32 last = m_visibleValid - 1;
+        if (last >= 0 && m_visibleStarts[size_t(last)] + m_blocks[size_t(last)]->visible >= k)
+            break;
+        ensureVisibleStarts(m_visibleValid);
+    }
+    const auto begin = m_visibleStarts.begin(), end = begin + m_visibleValid;
+    const qint32 b = qint32(std::upper_bound(begin, end, k - 1) - begin) - 1;
+    // Earlier blocks may have no visible row and share this start: take the last of them, the
+    // one that holds the k-th visible row.
+    const RowBlock *block = m_blocks[size_t(b)].get();
+    qint32 left = k - m_visibleStarts[size_t(b)];
+    for (qint32 i = 0; i < block->size; ++i) {
+        if (block->rows[i]->m_Visible && --left == 0)
+            return block->rows[i].get();
+    }
+    assert(false && "visible counts out of step");
+    return nullptr;
+}
+
+void RowSequence::unsettle(lsNode *row) {
+    if (!row->m_unsettled) {
+        row->m_unsettled = true;
+        ++row->m_block->unsettled;
+    }
+}
+
+void RowSequence::settle(lsNode *row) {
+    if (row->m_unsettled) {
+        row->m_unsettled = false;
+        --row->m_block->unsettled;
+    }
+}
+
+lsNode *RowSequence::firstUnsettledFrom(qint32 from) const {
+    if (from < 1)
+        from = 1;
+    if (from > m_size)
+        return nullptr;
+    const Place place = placeOf(from);
+    for (size_t b = size_t(place.block->index); b < m_blocks.size(); ++b) {
+        const RowBlock *block = m_blocks[b].get();
+        if (block->unsettled == 0)
+            continue;
+        for (qint32 i = block == place.block ? place.offset : 0; i < block->size; ++i) {
+            if (block->rows[i]->m_unsettled)
+                return block->rows[i].get();
+        }
+    }
+    return nullptr;
+}
+
+void RowSequence::visibleChanged(lsNode *row, bool visible) {
+    RowBlock *block = row->m_block;
+    RowSequence *self = block->owner;
+    const qint32 delta = visible ? 1 : -1;
+    block->visible += delta;
+    self->m_visibleTotal += delta;
+    self->m_visibleValid = std::min(self->m_visibleValid, block->index + 1);
+}
+
+void RowSequence::indexPut(lsNode *row) {
+    if (!row->m_indexPut) {
+        row->m_indexPut = true;
+        row->m_block->owner->m_indexPuts.push_back(row);
+    }
+}
+
+void RowSequence::renumber() {
+    for (lsNode *row : m_indexPuts)
+        row->m_indexPut = false;
+    m_indexPuts.clear();
+}
+
+void RowSequence::check() const {
+#ifndef NDEBUG
+    qint32 rows = 0, visible = 0;
+    for (size_t b = 0; b < m_blocks.size(); ++b) {
+        const RowBlock *block = m_blocks[b].get();
+        assert(block->owner == this && block->index == qint32(b));
+        assert(block->size >= 1 && block->size <= RowBlock::kCapacity);
+        qint32 blockVisible = 0, blockUnsettled = 0;
+        for (qint32 i = 0; i < block->size; ++i) {
+            const lsNode *row = block->rows[i].get();
+            assert(row && row->m_block == block);
+            assert(!row->m_indexPut ||
+                   std::count(m_indexPuts.begin(), m_indexPuts.end(), row) == 1);
+            blockVisible += row->m_Visible;
+            blockUnsettled += row->m_unsettled;
+        }
+        assert(block->visible == blockVisible && block->unsettled == blockUnsettled);
+        if (qint32(b) < m_startsValid)
+            assert(m_starts[b] == rows);
+        if (qint32(b) < m_visibleValid)
+            assert(m_visibleStarts[b] == visible);
+        rows += block->size;
+        visible += blockVisible;
+    }
+    assert(rows == m_size && visible == m_visibleTotal);
+    for (const lsNode *row : m_indexPuts)
+        assert(row->m_indexPut && contains(row));
+#endif
+}

@@ -1,0 +1,128 @@
+#pragma once
+// The rows of one tree in pre-order, kept as a list of blocks of at most RowBlock::kCapacity
+// consecutive rows. Each row points to its block and each block to its sequence, so a row finds
+// its rank by the start of its block plus a scan of at most one block. Block starts (rows and
+// `Visible` rows before each block) are summed lazily: a change marks the starts after the
+// changed block stale and the next query brings them up to date only as far as it needs.
+//
+// Invariants (check() asserts them in debug builds):
+//   - every block holds 1..kCapacity rows, knows its place in the list, and each of its rows
+//     points back to it;
+//   - a block's `visible` and `unsettled` equal the rows in it whose `Visible` is set and that
+//     are marked unsettled; the sequence's totals are the sums over its blocks;
+//   - the block starts below the valid marks equal the sums of the earlier blocks' counts;
+//   - a row whose `Index` a host put is listed in the put list and nowhere else is marked so.
+//
+// Costs with B = kCapacity and n rows: rank of a row O(B) plus the stale starts before it; row at
+// a rank O(log(n/B)) once starts are current (O(1) when it lies in the block of the last lookup);
+// insertion O(B), plus O(n/B) when a block splits (once per B/2 insertions at most); removal of
+// a run of k rows O(k + B + n/B).
+
+#include "lsNode.h"
+
+#include <memory>
+#include <vector>
+
+class RowSequence;
+
+// A run of consecutive rows with the counts that let positions and visible rows be found without
+// visiting every row.
+struct RowBlock {
+    static constexpr qint32 kCapacity = 64;
+
+    RowSequence *owner = nullptr;
+    qint32 index = 0;     // place in the owner's list of blocks
+    qint32 size = 0;      // rows held
+    qint32 visible = 0;   // rows whose `Visible` is set
+    qint32 unsettled = 0; // rows marked as possibly disagreeing with their parent's visibility
+    lsNodePtr rows[kCapacity];
+};
+
+class RowSequence {
+public:
+    RowSequence() = default;
+    // Lets go of every row (as clear()).
+    ~RowSequence();
+    RowSequence(const RowSequence &) = delete;
+    RowSequence &operator=(const RowSequence &) = delete;
+
+    // Number of rows.
+    qint32 size() const { return m_size; }
+    // Number of rows whose `Visible` is set.
+    qint32 visibleCount() const { return m_visibleTotal; }
+    // True when the row is held by this sequence.
+    bool contains(const lsNode *row) const {
+        return row && row->m_block && row->m_block->owner == this;
+    }
+
+    // Puts a row right after `previous` (null: at the front).
+    void insertAfter(const lsNode *previous, lsNodePtr row);
+    // Takes out `count` rows from rank `first` on. Each keeps, as its `Index`, the rank it had
+    // (or the number a host put on it).
+    void removeRun(qint32 first, qint32 count);
+    // Takes out every row, each keeping its rank as its `Index` (or the number a host put).
+    void clear();
+
+    // The 1-based rank of a row the sequence holds.
+    static qint32 rankOf(const lsNode *row);
+    // The stored pointer of the row at a 1-based rank, or null when out of range.
+    const lsNodePtr *slotAt(qint32 rank) const;
+    // The row at a 1-based rank, or null when out of range.
+    lsNode *rowAt(qint32 rank) const {
+        const lsNodePtr *slot = slotAt(rank);
+        return slot ? slot->get() : nullptr;
+    }
+
+    // Number of `Visible` rows at ranks 1..rank (rank is clamped to 0..size).
+    qint32 visibleUpTo(qint32 rank) const;
+    // The k-th `Visible` row in rank order, or null when there are fewer.
+    lsNode *visibleRow(qint32 k) const;
+
+    // Marks a held row as possibly disagreeing with its parent's visibility (with its subtree).
+    static void unsettle(lsNode *row);
+    // Drops that mark.
+    static void settle(lsNode *row);
+    // The first row marked unsettled at rank `from` or later, or null.
+    lsNode *firstUnsettledFrom(qint32 from) const;
+
+    // Keeps a block's visible count in step when a held row's `Visible` changes to `visible`.
+    static void visibleChanged(lsNode *row, bool visible);
+    // Lets a number a host put on a held row's `Index` stand until the next renumbering.
+    static void indexPut(lsNode *row);
+    // The renumbering: every held row reads its rank as `Index` again.
+    void renumber();
+
+    // Asserts the invariants listed above (debug builds; no-op otherwise).
+    void check() const;
+
+private:
+    struct Place {
+        RowBlock *block;
+        qint32 offset;
+    };
+    static qint32 offsetOf(const RowBlock *block, const lsNode *row);
+    Place placeOf(qint32 rank) const;
+    void ensureStarts(qint32 through) const;
+    void ensureVisibleStarts(qint32 through) const;
+    void sizeChanged(const RowBlock *block);
+    void blocksChanged(qint32 from);
+    RowBlock *newBlockAt(qint32 index);
+    void eraseBlock(qint32 index);
+    void insertAt(RowBlock *block, qint32 offset, lsNodePtr row);
+    void mergeWithNext(RowBlock *block);
+    void leave(lsNode *row, qint32 rank);
+    void forgetIndexPut(lsNode *row);
+
+    std::vector<std::unique_ptr<RowBlock>> m_blocks;
+    // m_starts[i] / m_visibleStarts[i]: rows / Visible rows in the blocks before block i, for
+    // i below m_startsValid / m_visibleValid.
+    mutable std::vector<qint32> m_starts;
+    mutable std::vector<qint32> m_visibleStarts;
+    mutable qint32 m_startsValid = 0;
+    mutable qint32 m_visibleValid = 0;
+    // The block of the last lookup by rank: walking positions in order stays within it.
+    mutable qint32 m_finger = 0;
+    qint32 m_size = 0;
+    qint32 m_visibleTotal = 0;
+    std::vector<lsNode *> m_indexPuts;
+};
