@@ -34,14 +34,14 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
     if (rows.Count() == 0)
         return result;
 
-    // Cells pass: decide which rows are on screen, place their cells and paint them.
+    // Cells pass: decide which rows are on screen, place their cells and paint them. The rows on
+    // screen are the Visible rows from the first displayed one on, one per line; every other row
+    // is not displayed. Only rows that carry the flag need clearing, and the Visible rows are
+    // reached by their rank, so the pass costs the rows on screen.
+    rows.ClearDisplayed();
     qint32 line = m_ctx.headers;
-    for (const lsNodePtr &row : rows) {
-        if (!row->Visible() || row->Index() < m_ctx.firstDisplayedRow ||
-            line > m_ctx.visibleLineCount) {
-            row->setDisplayed(false);
-            continue;
-        }
+    qint32 rank = rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
+    for (lsNodePtr row; line <= m_ctx.visibleLineCount && (row = rows.VisibleRowAt(rank)); ++rank) {
         row->setDisplayed(true);
         const qint32 top = line * m_ctx.rowHeight;
         const lsCellsPtr &cells = row->Cells();
@@ -61,18 +61,13 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
         ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
         paintRow(dc, rows, *row, ident);
         result.lastPaintedRow = row->Index();
+        result.shown.push_back(row);
         ++line;
     }
 
     // Lines pass: every line before any picture, so that opaque pictures cover line ends.
-    qint32 counter = 0;
-    for (const lsNodePtr &row : rows) {
-        if (!row->Displayed()) {
-            if (counter >= m_ctx.visibleLineCount)
-                break;
-            continue;
-        }
-        if (++counter == 1) {
+    for (const lsNodePtr &row : result.shown) {
+        if (row == result.shown.front()) {
             // Lines of ancestors scrolled above the view continue from the top edge.
             for (lsNodePtr anc = row->Parent(); anc; anc = anc->Parent()) {
                 ident.Refresh(anc, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
@@ -102,18 +97,11 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
     }
 
     // Pictures pass.
-    counter = 0;
-    for (const lsNodePtr &row : rows) {
-        if (!row->Displayed()) {
-            if (counter >= m_ctx.visibleLineCount)
-                break;
-            continue;
-        }
-        ++counter;
+    for (const lsNodePtr &row : result.shown) {
         ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
         DrawNodePictures(dc, *row, ident);
     }
-    result.painted = counter;
+    result.painted = static_cast<qint32>(result.shown.size());
     return result;
 }
 

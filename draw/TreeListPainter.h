@@ -14,6 +14,7 @@
 #include "lsNodes.h"
 
 #include <array>
+#include <vector>
 
 // What the painters read of the control, gathered once per frame.
 struct PaintContext {
@@ -35,9 +36,10 @@ struct PaintContext {
 
 // What a row frame leaves behind for the control.
 struct RowPaintResult {
-    qint32 painted = 0;        // rows counted by the last pass
-    qint32 lastPaintedRow = 0; // Index of the last row shown
-    qint32 widestText = 0;     // greatest text start met in the lines pass
+    qint32 painted = 0;           // rows counted by the last pass
+    qint32 lastPaintedRow = 0;    // Index of the last row shown
+    qint32 widestText = 0;        // greatest text start met in the lines pass
+    std::vector<lsNodePtr> shown; // the rows on screen, top to bottom
 };
 
 class TreeListPainter {

@@ -480,3 +480,8 @@ void lsNodes::ClearSelection() {
     m_selectedRow.reset();
     m_selectedCell.reset();
 }
+
+void lsNodes::ClearDisplayed() {
+    for (const lsNodePtr &node : m_order)
+        node->setDisplayed(false);
+}

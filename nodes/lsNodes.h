@@ -90,6 +90,8 @@ public:
     // Forgets the selected row and cell without touching their `Selected` flags.
     void ClearSelection();
 
+    // Clears `Displayed` on every row that has it set.
+    void ClearDisplayed();
     // Number of `Visible` rows at positions 1..Position (for scrolling by display line).
     qint32 VisibleRowsUpTo(qint32 Position) const { return m_order.visibleUpTo(Position); }
     // The row that is the k-th `Visible` row in position order, or null when there are fewer.

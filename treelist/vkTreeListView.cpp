@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QTime>
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -50,35 +51,19 @@ qint32 vkTreeList::wholeLineCount() {
 
 qint32 vkTreeList::displayedRowCount() {
     // The rows a visible-only walk reaches: exactly those whose Visible is set.
-    qint32 count = 0;
-    for (const lsNodePtr &row : *m_rows)
-        if (row->Visible())
-            ++count;
-    return count;
+    return m_rows->VisibleRowsUpTo(m_rows->Count());
 }
 
 qint32 vkTreeList::rowAtDisplayPosition(qint32 count) {
-    qint32 reached = 0;
-    qint32 index = 1;
-    for (const lsNodePtr &row : *m_rows) {
-        if (!row->Visible())
-            continue;
-        index = row->Index();
-        if (++reached >= count)
-            break;
-    }
-    return index;
+    // The count-th Visible row; past the last one the last, before the first the first.
+    const qint32 total = displayedRowCount();
+    if (total < 1)
+        return 1;
+    return m_rows->VisibleRowAt(std::clamp(count, 1, total))->Index();
 }
 
 qint32 vkTreeList::displayPosition(qint32 rowIndex) {
-    qint32 position = 0;
-    for (const lsNodePtr &row : *m_rows) {
-        if (row->Index() > rowIndex)
-            break;
-        if (row->Visible())
-            ++position;
-    }
-    return position;
+    return m_rows->VisibleRowsUpTo(std::clamp(rowIndex, 0, m_rows->Count()));
 }
 
 void vkTreeList::keepFirstRowReachable() {
@@ -211,20 +196,12 @@ QVariant vkTreeList::EnsureVisible(const QVariant &IndexKey) {
         m_scrY->setValue(toInt16(std::min(m_scrY->value() + 1, m_scrY->maximum())));
         return QVariant();
     }
-    // Below the view: count the visible rows from the first one shown down to this one.
-    qint32 count = 0;
-    bool reached = false;
-    for (qint32 i = std::max<qint32>(1, m_firstDisplayedRow); i <= m_rows->Count(); ++i) {
-        const lsNodePtr candidate = m_rows->at(i);
-        if (candidate->Visible())
-            ++count;
-        if (candidate == row) {
-            reached = true;
-            break;
-        }
-    }
-    if (!reached || m_scrY->isHidden())
+    // Below the view: count the visible rows from the first one shown down to this one. A row
+    // above the first one shown is never reached.
+    const qint32 from = std::max<qint32>(1, m_firstDisplayedRow);
+    if (row->Index() < from || m_scrY->isHidden())
         return QVariant();
+    const qint32 count = displayPosition(row->Index()) - displayPosition(from - 1);
     m_scrY->setValue(
         toInt16(std::min(m_scrY->value() + count - m_visibleLineCount, m_scrY->maximum())));
     return QVariant();
