@@ -75,6 +75,10 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     connect(timer, &QTimer::timeout, this, &DemoWindow::updateStatus);
     timer->start(StatusInterval);
     connect(m_tree, &vkTreeList::PropertyChanged, this, &DemoWindow::updateStatus);
+    // Errors inside the control's own event handling do not stop the program; show them.
+    connect(m_tree, &vkTreeList::OnError, this, [this](qint32 number, const QString &text) {
+        statusBar()->showMessage(tr("Error %1: %2").arg(number).arg(text), 10000);
+    });
     updateStatus();
 }
 

@@ -10,7 +10,8 @@
 
 class DirectoryReader {
 public:
-    explicit DirectoryReader(int maxDepth = 4, int maxRows = 5000);
+    // At most as many rows as the control holds (its row numbers are 16-bit).
+    explicit DirectoryReader(int maxDepth = 4, int maxRows = 32767);
 
     // The entries under `root` (not `root` itself), keyed by their path relative to it.
     DemoTable read(const QString &root) const;

@@ -48,7 +48,7 @@ int main(int argc, char *argv[]) {
     parser.addOption(screenshotOption);
     parser.addPositionalArgument(
         QStringLiteral("directory"),
-        QStringLiteral("Directory to show, four levels deep, at most 5000 rows."),
+        QStringLiteral("Directory to show, four levels deep, at most 32767 rows."),
         QStringLiteral("[directory]"));
     parser.process(app);
 
