@@ -12,20 +12,20 @@
 class lsCell {
 public:
     // Makes a cell with every field at its default.
-    lsCell();
+    lsCell() = default;
 
     // Resets every field to its default (Width 80, Index 1, Appearance Flat, white background...).
     void Class_Initialize();
 
     // Pixel height, set by layout.
-    qint32 Height() const { return m_Height; }
-    void setHeight(qint32 v) { m_Height = v; }
+    qint32 Height() const { return m_layout ? m_layout->height : 0; }
+    void setHeight(qint32 v) { layoutFor(v != 0).height = v; }
     // Pixel x of the cell's left edge within its row.
     qint32 Left() const { return m_Left; }
     void setLeft(qint32 v) { m_Left = v; }
     // Pixel y of the cell, set by layout.
-    qint32 Top() const { return m_Top; }
-    void setTop(qint32 v) { m_Top = v; }
+    qint32 Top() const { return m_layout ? m_layout->top : 0; }
+    void setTop(qint32 v) { layoutFor(v != 0).top = v; }
     // Pixel width: the column width.
     qint32 Width() const { return m_Width; }
     void setWidth(qint32 v) { m_Width = v; }
@@ -36,14 +36,20 @@ public:
     const QString &Title() const { return m_Title; }
     void setTitle(const QString &v) { m_Title = v; }
     // Free user data.
-    const QVariant &Tag() const { return m_Tag; }
-    void setTag(const QVariant &v) { m_Tag = v; }
+    const QVariant &Tag() const {
+        return m_layout && m_layout->values ? m_layout->values->tag : kEmpty;
+    }
+    void setTag(const QVariant &v) { valuesFor(v).tag = v; }
     // The key the cell is stored under in its `lsCells`.
-    const QVariant &Key() const { return m_Key; }
-    void setKey(const QVariant &v) { m_Key = v; }
+    const QVariant &Key() const {
+        return m_layout && m_layout->values ? m_layout->values->key : kEmpty;
+    }
+    void setKey(const QVariant &v) { valuesFor(v).key = v; }
     // The picture: a key or index into the control's image list ("" for none).
-    const QVariant &Icon() const { return m_Icon; }
-    void setIcon(const QVariant &v) { m_Icon = v; }
+    const QVariant &Icon() const {
+        return m_layout && m_layout->values ? m_layout->values->icon : kEmpty;
+    }
+    void setIcon(const QVariant &v) { valuesFor(v).icon = v; }
     // Whether the text is drawn bold.
     bool Bold() const { return m_Bold; }
     void setBold(bool v) { m_Bold = v; }
@@ -54,39 +60,51 @@ public:
     OleColor BackColor() const { return m_BackColor; }
     void setBackColor(OleColor v) { m_BackColor = v; }
     // Horizontal alignment of the text (`lsAlignmentConstants`).
-    qint32 Alignment() const { return m_Alignment; }
-    void setAlignment(qint32 v) { m_Alignment = v; }
+    qint32 Alignment() const { return m_layout ? m_layout->alignment : lsAlignLeftJustify; }
+    void setAlignment(qint32 v) { layoutFor(v != lsAlignLeftJustify).alignment = v; }
     // Horizontal offset of the text and fill in pixels (the tree part in the first column).
-    qint32 Xoffset() const { return m_Xoffset; }
-    void setXoffset(qint32 v) { m_Xoffset = v; }
+    qint32 Xoffset() const { return m_layout ? m_layout->xoffset : 0; }
+    void setXoffset(qint32 v) { layoutFor(v != 0).xoffset = v; }
     // The cell's column number, as given when it was added.
     qint16 Index() const { return m_Index; }
     void setIndex(qint16 v) { m_Index = v; }
     // Frame style (`Appearances` value).
-    qint32 Appearance() const { return m_Appearance; }
-    void setAppearance(qint32 v) { m_Appearance = v; }
+    qint32 Appearance() const { return m_layout ? m_layout->appearance : kFlat; }
+    void setAppearance(qint32 v) { layoutFor(v != kFlat).appearance = v; }
     // Whether this is the selected cell.
     bool Selected() const { return m_Selected; }
     void setSelected(bool v) { m_Selected = v; }
 
 private:
-    qint32 m_Alignment;
-    bool m_Bold;
-    QVariant m_Icon;
-    QVariant m_Key;
-    QVariant m_Tag;
+    friend class lsCells;
+    static constexpr qint32 kFlat = static_cast<qint32>(Appearances::Flat);
+    static const QVariant kEmpty;
+
+    // The variant fields, made only once one is given a value other than empty text.
+    struct Values {
+        QVariant icon = kEmpty, key = kEmpty, tag = kEmpty;
+    };
+    // Fields that most cells keep at their defaults, made on the first other value.
+    struct Layout {
+        qint32 top = 0, height = 0, xoffset = 0, alignment = lsAlignLeftJustify, appearance = kFlat;
+        std::unique_ptr<Values> values;
+    };
+    // The layout block to write to; a write of a default value into no block goes to a scratch.
+    Layout &layoutFor(bool needed);
+    Values &valuesFor(const QVariant &value);
+
     QString m_Title;
-    bool m_Visible;
-    qint32 m_Top;
-    qint32 m_Left;
-    qint32 m_Height;
-    qint32 m_Width;
-    OleColor m_Color;
-    OleColor m_BackColor;
-    qint32 m_Xoffset;
-    qint16 m_Index;
-    qint32 m_Appearance;
-    bool m_Selected;
+    qint32 m_Left = 0;
+    qint32 m_Width = 80;
+    OleColor m_Color = 0;
+    OleColor m_BackColor = 0xFFFFFF;
+    qint16 m_Index = 1;
+    bool m_Bold : 1 = false;
+    bool m_Visible : 1 = true;
+    bool m_Selected : 1 = false;
+    // Taken out of its `lsCells` while a host still held it: it keeps its slot but no position.
+    bool m_removed : 1 = false;
+    std::unique_ptr<Layout> m_layout;
 };
 
 using lsCellPtr = std::shared_ptr<lsCell>;

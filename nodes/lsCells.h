@@ -1,12 +1,25 @@
 #pragma once
 // The ordered, keyed collection of a row's cells. Positions follow insertion order; a cell's
 // `Index` is stored only and never chooses its position.
+//
+// The cells live in slots inside the collection (the first few in the object itself, later ones
+// in chunks), so a row's cells cost one allocation. A cell handed out is a shared pointer that
+// keeps the whole collection alive, so a host's cell outlives its row as before. A removed cell
+// keeps its slot while such a pointer may still reach it; otherwise the later cells move up.
 
-#include "KeyedCollection.h"
+#include "IndexKey.h"
 #include "lsCell.h"
 
-class lsCells {
+#include <QHash>
+#include <memory>
+#include <vector>
+
+class lsCells : public std::enable_shared_from_this<lsCells> {
 public:
+    lsCells() = default;
+    lsCells(const lsCells &) = delete;
+    lsCells &operator=(const lsCells &) = delete;
+
     // Appends a cell with the given title, column number and width, placed right of the last
     // cell; under `Key` when it is not "". A duplicate key raises and adds nothing.
     lsCellPtr Add(const QString &Title, qint16 Index, qint32 Width = 120,
@@ -14,20 +27,69 @@ public:
     // The cell at a 1-based position or under a key; unknown raises the invalid-argument error.
     lsCellPtr Item(const QVariant &vntIndexKey) const;
     // The cell at a 1-based position, or null when out of range (for painting and layout).
-    lsCellPtr at(qint32 position) const { return m_items.at(position); }
+    lsCellPtr at(qint32 position) const {
+        lsCell *cell = cellAt(position);
+        return cell ? handle(cell) : nullptr;
+    }
     // Number of cells.
-    qint32 Count() const { return m_items.count(); }
+    qint32 Count() const { return m_count; }
     // Removes every cell.
     void Clear();
     // Removes a cell by position or key; later cells move up. Their `Left` is not recomputed.
     void Remove(const QVariant &vntIndexKey);
 
     // For-each over the cells in position order.
-    auto begin() const { return m_items.begin(); }
-    auto end() const { return m_items.end(); }
+    class const_iterator {
+    public:
+        using difference_type = std::ptrdiff_t;
+        using value_type = lsCellPtr;
+        const_iterator() = default;
+        const_iterator(const lsCells *cells, qint32 position)
+            : m_cells(cells), m_position(position) {}
+        lsCellPtr operator*() const { return m_cells->at(m_position); }
+        const_iterator &operator++() {
+            ++m_position;
+            return *this;
+        }
+        const_iterator operator++(int) {
+            auto old = *this;
+            ++m_position;
+            return old;
+        }
+        bool operator==(const const_iterator &other) const {
+            return m_position == other.m_position;
+        }
+
+    private:
+        const lsCells *m_cells = nullptr;
+        qint32 m_position = 1;
+    };
+    const_iterator begin() const { return const_iterator(this, 1); }
+    const_iterator end() const { return const_iterator(this, m_count + 1); }
 
 private:
-    KeyedCollection<lsCell> m_items;
+    static constexpr qint32 kInline = 4;
+    static constexpr qint32 kChunk = 8;
+
+    // What rows with more cells, removed cells still held, or keyed cells need.
+    struct Extra {
+        std::vector<std::unique_ptr<lsCell[]>> chunks;
+        QHash<QString, lsCell *> keys; // case-folded key -> cell
+    };
+
+    lsCell *slot(qint32 i) const;
+    lsCell *cellAt(qint32 position) const;
+    qint32 slotOf(qint32 position) const;
+    lsCellPtr handle(lsCell *cell) const;
+    lsCell *find(const QString &key) const;
+    void removeAt(qint32 position);
+    void forgetKey(const lsCell *cell);
+
+    // Slots 0..m_used-1 hold cells; m_count of them are not removed.
+    qint32 m_used = 0;
+    qint32 m_count = 0;
+    std::unique_ptr<Extra> m_extra;
+    mutable lsCell m_inline[kInline];
 };
 
 using lsCellsPtr = std::shared_ptr<lsCells>;

@@ -5,8 +5,6 @@
 
 #include <limits>
 
-lsNode::lsNode() : m_Cells(std::make_shared<lsCells>()) {}
-
 lsNode::~lsNode() {
     // A long sibling chain owns itself link by link; unwinding it here iteratively keeps the
     // destruction of a 100 000-row flat list from recursing once per row.
@@ -76,4 +74,16 @@ void lsNode::setIndex(qint32 v) {
     m_Index = v;
     if (m_block)
         RowSequence::indexPut(this);
+}
+
+const QString &lsNode::FullPath() const {
+    static const QString none;
+    return m_FullPath ? *m_FullPath : none;
+}
+
+void lsNode::setFullPath(const QString &v) {
+    if (m_FullPath)
+        *m_FullPath = v;
+    else if (!v.isNull())
+        m_FullPath = std::make_unique<QString>(v);
 }

@@ -17,7 +17,7 @@ struct RowBlock;
 class lsNode {
 public:
     // Makes an expanded, visible node with no key, index 0 and an empty cell collection.
-    lsNode();
+    lsNode() = default;
     ~lsNode();
     lsNode(const lsNode &) = delete;
     lsNode &operator=(const lsNode &) = delete;
@@ -60,8 +60,8 @@ public:
     // True exactly when `Child` refers to a node.
     bool HasChild() const { return m_Child != nullptr; }
     // Free text; nothing in the component fills it.
-    const QString &FullPath() const { return m_FullPath; }
-    void setFullPath(const QString &v) { m_FullPath = v; }
+    const QString &FullPath() const;
+    void setFullPath(const QString &v);
     // 1-based position in tree pre-order, assigned by the collection.
     qint32 Index() const;
     void setIndex(qint32 v);
@@ -97,29 +97,31 @@ private:
     void putVisible(bool v);
     void putExpanded(bool v) { m_Expanded = v; }
 
-    bool m_Expanded = true;
     QVariant m_Key;
-    bool m_Selected = false;
     QString m_Text;
-    bool m_Visible = true;
     std::weak_ptr<lsNode> m_Parent;
     lsNodePtr m_Child;
     lsNodePtr m_LastChild;
     lsNodePtr m_NextSibling;
     std::weak_ptr<lsNode> m_PrevSibling;
-    qint32 m_IdentLevel = 0;
-    bool m_Flag = false;
-    QString m_FullPath;
+    // Made on first use: rows that never show their cells do not pay for them.
     lsCellsPtr m_Cells;
-    bool m_Displayed = false;
-    bool m_Marked = false;
-    qint32 m_Index = 0;
+    // Rarely set, so kept out of line until it is.
+    std::unique_ptr<QString> m_FullPath;
     // The block of the collection's row sequence that holds the row; null outside one.
     RowBlock *m_block = nullptr;
+    qint32 m_IdentLevel = 0;
+    qint32 m_Index = 0;
+    bool m_Expanded : 1 = true;
+    bool m_Selected : 1 = false;
+    bool m_Visible : 1 = true;
+    bool m_Flag : 1 = false;
+    bool m_Displayed : 1 = false;
+    bool m_Marked : 1 = false;
     // A host put `Index`: it reads back until the collection next renumbers.
-    bool m_indexPut = false;
+    bool m_indexPut : 1 = false;
     // `Visible` here or below may disagree with the parent's (see lsNodes::SetVisibility).
-    bool m_unsettled = false;
+    bool m_unsettled : 1 = false;
     // The collection's keys name the row.
-    bool m_keyed = false;
+    bool m_keyed : 1 = false;
 };

@@ -460,9 +460,10 @@ qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
         } else if (!MultiSelect) {
             node->setSelected(false);
         }
-        const lsCellsPtr &cells = node->Cells();
+        // A row that never made its cells has none: looking must not make them.
+        const lsCellsPtr &cells = node->m_Cells;
         // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
-        const qint32 cellCount = toInt16(cells->Count());
+        const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
         for (qint32 j = 1; j <= cellCount; ++j) {
             const lsCellPtr cell = cells->at(j);
             if (isRow && j == ColID) {
