@@ -42,7 +42,7 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
     qint32 line = m_ctx.headers;
     qint32 rank = rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
     for (lsNodePtr row; line <= m_ctx.visibleLineCount && (row = rows.VisibleRowAt(rank)); ++rank) {
-        row->setDisplayed(true);
+        rows.markDisplayed(row);
         const qint32 top = line * m_ctx.rowHeight;
         const lsCellsPtr &cells = row->Cells();
         // Cells are placed side by side from their widths, like header cells, so that a column
@@ -273,7 +273,7 @@ void TreeListPainter::DrawNodePictures(OffScreenDC &dc, const lsNode &row,
 
 void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
     for (lsNodePtr row = headers.SetFirstNode(); row; row = headers.GetNextNode(true)) {
-        row->setDisplayed(true);
+        headers.markDisplayed(row);
         const qint32 top = (row->Index() - 1) * m_ctx.rowHeight;
         qint32 x = 0;
         const lsCellsPtr &cells = row->Cells();

@@ -76,7 +76,13 @@ public:
     void setFlag(bool v) { m_Flag = v; }
     // The row lies in the part of the list that is on screen; set by painting.
     bool Displayed() const { return m_Displayed; }
-    void setDisplayed(bool v) { m_Displayed = v; }
+    void setDisplayed(bool v) {
+        // A row marked from outside painting may be anywhere: its collection's next clearing
+        // visits every row instead of only those painting marked.
+        if (v)
+            ++s_displayedPuts;
+        m_Displayed = v;
+    }
 
     // Sum of the cells' widths (32-bit; more than 32767 cells or a sum past 32 bits overflow).
     qint32 Width();
@@ -96,6 +102,9 @@ private:
     // Writes of the collection itself, which keeps visibility in step on its own.
     void putVisible(bool v);
     void putExpanded(bool v) { m_Expanded = v; }
+
+    // How often `Displayed` was put True through setDisplayed, in any collection.
+    static inline quint64 s_displayedPuts = 0;
 
     QVariant m_Key;
     QString m_Text;

@@ -482,7 +482,25 @@ void lsNodes::ClearSelection() {
     m_selectedCell.reset();
 }
 
+void lsNodes::markDisplayed(const lsNodePtr &row) {
+    // A row that already carries the flag is remembered already, or was put from outside (and
+    // the next clearing visits every row).
+    if (row->m_Displayed)
+        return;
+    row->m_Displayed = true;
+    m_displayed.push_back(row);
+}
+
 void lsNodes::ClearDisplayed() {
-    for (const lsNodePtr &node : m_order)
-        node->setDisplayed(false);
+    if (lsNode::s_displayedPuts != m_displayedPuts) {
+        m_displayedPuts = lsNode::s_displayedPuts;
+        for (const lsNodePtr &node : m_order)
+            node->m_Displayed = false;
+    } else {
+        // A row that has left the collection keeps its flag, as a walk of the rows would.
+        for (const std::weak_ptr<lsNode> &weak : m_displayed)
+            if (const lsNodePtr node = weak.lock(); node && node->m_block)
+                node->m_Displayed = false;
+    }
+    m_displayed.clear();
 }

@@ -12,6 +12,7 @@
 #include <QObject>
 #include <QString>
 #include <QVariant>
+#include <vector>
 
 class lsNodes : public QObject {
     Q_OBJECT
@@ -90,7 +91,10 @@ public:
     // Forgets the selected row and cell without touching their `Selected` flags.
     void ClearSelection();
 
-    // Clears `Displayed` on every row that has it set.
+    // Sets a row's `Displayed` for painting and remembers it, so that ClearDisplayed finds it.
+    void markDisplayed(const lsNodePtr &row);
+    // Clears `Displayed` on every row of the collection that has it set: the rows marked since
+    // the last clearing, or every row when one was put from outside painting meanwhile.
     void ClearDisplayed();
     // Number of `Visible` rows at positions 1..Position (for scrolling by display line).
     qint32 VisibleRowsUpTo(qint32 Position) const { return m_order.visibleUpTo(Position); }
@@ -129,4 +133,7 @@ private:
     lsNodePtr m_walkStart;
     lsNodePtr m_cursor;
     NodeOrder m_order;
+    // Rows marked by markDisplayed since the last clearing, and the count of outside puts then.
+    std::vector<std::weak_ptr<lsNode>> m_displayed;
+    quint64 m_displayedPuts = 0;
 };
