@@ -20,8 +20,8 @@ lsNodePtr NodeOrder::item(const QVariant &indexKey) const {
         return pos ? at(*pos) : nullptr;
     }
     case IndexKeyKind::Key: {
-        const QString key = indexKey.toString();
-        return key.isEmpty() ? nullptr : m_keys.value(key.toCaseFolded());
+        const lsNode *row = m_keys.find(indexKey.toString());
+        return row ? RowSequence::slotOf(row) : nullptr;
     }
     default:
         return nullptr;
@@ -29,8 +29,7 @@ lsNodePtr NodeOrder::item(const QVariant &indexKey) const {
 }
 
 void NodeOrder::store(const lsNodePtr &row, const QString &key) {
-    const QString folded = key.toCaseFolded();
-    if (!folded.isEmpty() && m_keys.contains(folded)) {
+    if (m_keys.find(key)) {
         if (!m_apart)
             keepApart(row.get());
         throw TreeListError(TreeListError::DuplicateKey);
@@ -42,9 +41,9 @@ void NodeOrder::store(const lsNodePtr &row, const QString &key) {
         else
             m_positions.push_back(row);
     }
-    if (!folded.isEmpty()) {
-        m_keys.insert(folded, row);
+    if (!key.isEmpty()) {
         row->m_keyed = true;
+        m_keys.insert(row.get());
     }
 }
 
@@ -61,17 +60,9 @@ void NodeOrder::keepApart(const lsNode *unstored) {
 void NodeOrder::dropKey(lsNode *row) {
     if (!row->m_keyed)
         return;
+    m_keys.erase(row);
     row->m_keyed = false;
-    const QString key = variantText(row->Key()).toCaseFolded();
-    if (!key.isEmpty()) {
-        const auto it = m_keys.constFind(key);
-        if (it != m_keys.constEnd() && it.value().get() == row) {
-            m_keys.erase(it);
-            return;
-        }
-    }
-    // A host may have changed the row's key since it was stored under it.
-    m_keys.removeIf([row](const auto &entry) { return entry.value().get() == row; });
+    row->m_keyPinned = false;
 }
 
 void NodeOrder::unlinkRun(const lsNode *top, qint32 rows) {
@@ -116,8 +107,8 @@ qint32 NodeOrder::visibleUpTo(qint32 position) const {
 
 lsNodePtr NodeOrder::visibleRow(qint32 k) const {
     if (!m_apart) {
-        lsNode *row = m_tree.visibleRow(k);
-        return row ? *m_tree.slotAt(RowSequence::rankOf(row)) : nullptr;
+        const lsNode *row = m_tree.visibleRow(k);
+        return row ? RowSequence::slotOf(row) : nullptr;
     }
     for (const lsNodePtr &row : m_positions) {
         if (row->Visible() && --k == 0)
@@ -142,10 +133,13 @@ const lsNodePtr *NodeOrder::nextLink(const lsNode *node) {
 void NodeOrder::check() const {
 #ifndef NDEBUG
     m_tree.check();
-    for (auto it = m_keys.constBegin(); it != m_keys.constEnd(); ++it) {
-        const lsNodePtr &row = it.value();
-        assert(m_tree.contains(row.get()) && row->m_keyed);
+    qint32 keyed = 0;
+    for (qint32 rank = 1; rank <= m_tree.size(); ++rank) {
+        lsNode *row = m_tree.rowAt(rank);
+        keyed += row->m_keyed;
+        assert(!row->m_keyed || m_keys.find(row->storedKey()) == row);
     }
+    assert(keyed == m_keys.size());
     for (const lsNodePtr &row : m_positions)
         assert(m_tree.contains(row.get()));
 #endif

@@ -10,15 +10,15 @@
 // Positions are that same sequence as long as every linked row was also stored, which is the
 // usual case. A duplicate key leaves a row linked but not stored: from then on the positions are
 // kept apart, in a plain vector that shifts on every insertion as before, until the collection is
-// emptied. Keys are hashed, compared without regard to case.
+// emptied. Keys are hashed (KeyIndex), compared without regard to case.
 //
 // Invariants (check() asserts them in debug builds): those of RowSequence; when not apart, every
 // key maps to a held row stored under it; when apart, every position holds a row of the tree
 // order and every key maps to a row at some position.
 
+#include "KeyIndex.h"
 #include "RowSequence.h"
 
-#include <QHash>
 #include <QString>
 #include <QVariant>
 #include <vector>
@@ -112,5 +112,5 @@ private:
     RowSequence m_tree;
     bool m_apart = false;
     std::vector<lsNodePtr> m_positions;
-    QHash<QString, lsNodePtr> m_keys;
+    KeyIndex m_keys;
 };

@@ -151,6 +151,7 @@ void RowSequence::leave(lsNode *row, qint32 rank) {
         row->m_Index = rank;
     row->m_unsettled = false;
     row->m_keyed = false;
+    row->m_keyPinned = false;
     row->m_block = nullptr;
 }
 

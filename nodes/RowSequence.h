@@ -67,6 +67,10 @@ public:
     static qint32 rankOf(const lsNode *row);
     // The stored pointer of the row at a 1-based rank, or null when out of range.
     const lsNodePtr *slotAt(qint32 rank) const;
+    // The stored pointer of a held row.
+    static const lsNodePtr &slotOf(const lsNode *row) {
+        return row->m_block->rows[offsetOf(row->m_block, row)];
+    }
     // The row at a 1-based rank, or null when out of range.
     lsNode *rowAt(qint32 rank) const {
         const lsNodePtr *slot = slotAt(rank);

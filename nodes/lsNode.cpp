@@ -1,5 +1,6 @@
 #include "lsNode.h"
 
+#include "IndexKey.h"
 #include "RowSequence.h"
 #include "TreeListError.h"
 
@@ -78,12 +79,29 @@ void lsNode::setIndex(qint32 v) {
 
 const QString &lsNode::FullPath() const {
     static const QString none;
-    return m_FullPath ? *m_FullPath : none;
+    return m_rare ? m_rare->fullPath : none;
 }
 
 void lsNode::setFullPath(const QString &v) {
-    if (m_FullPath)
-        *m_FullPath = v;
-    else if (!v.isNull())
-        m_FullPath = std::make_unique<QString>(v);
+    if (m_rare || !v.isNull())
+        rare().fullPath = v;
+}
+
+lsNode::Rare &lsNode::rare() {
+    if (!m_rare)
+        m_rare = std::make_unique<Rare>();
+    return *m_rare;
+}
+
+void lsNode::setKey(const QVariant &v) {
+    // The collection keeps finding the row under the key it was stored with.
+    if (m_keyed && !m_keyPinned) {
+        rare().storedKey = variantText(m_Key);
+        m_keyPinned = true;
+    }
+    m_Key = v;
+}
+
+QString lsNode::storedKey() const {
+    return m_keyPinned ? m_rare->storedKey : variantText(m_Key);
 }

@@ -56,7 +56,7 @@ public:
     void setSelected(bool v) { m_Selected = v; }
     // Unique key within its collection (no value by default).
     const QVariant &Key() const { return m_Key; }
-    void setKey(const QVariant &v) { m_Key = v; }
+    void setKey(const QVariant &v);
     // True exactly when `Child` refers to a node.
     bool HasChild() const { return m_Child != nullptr; }
     // Free text; nothing in the component fills it.
@@ -97,6 +97,7 @@ public:
 private:
     friend class RowSequence;
     friend class NodeOrder;
+    friend class KeyIndex;
     friend class lsNodes;
 
     // Writes of the collection itself, which keeps visibility in step on its own.
@@ -115,8 +116,16 @@ private:
     std::weak_ptr<lsNode> m_PrevSibling;
     // Made on first use: rows that never show their cells do not pay for them.
     lsCellsPtr m_Cells;
-    // Rarely set, so kept out of line until it is.
-    std::unique_ptr<QString> m_FullPath;
+    // Rarely set values, kept out of line until one is.
+    struct Rare {
+        QString fullPath;
+        // The key the collection stored the row under, once a host changed `Key` after that.
+        QString storedKey;
+    };
+    Rare &rare();
+    // The key text the collection stored the row under.
+    QString storedKey() const;
+    std::unique_ptr<Rare> m_rare;
     // The block of the collection's row sequence that holds the row; null outside one.
     RowBlock *m_block = nullptr;
     qint32 m_IdentLevel = 0;
@@ -133,4 +142,6 @@ private:
     bool m_unsettled : 1 = false;
     // The collection's keys name the row.
     bool m_keyed : 1 = false;
+    // Its stored key is the one kept in Rare, not `Key`.
+    bool m_keyPinned : 1 = false;
 };

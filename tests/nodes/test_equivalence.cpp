@@ -102,7 +102,7 @@ private:
         } else if (op < 72 && row) {
             // A host writes a row's flags directly.
             const bool value = pick(2);
-            switch (pick(5)) {
+            switch (pick(6)) {
             case 0:
             case 1:
                 row->setVisible(value), ref->visible = value;
@@ -113,6 +113,11 @@ private:
             case 3:
                 row->setDisplayed(value), ref->displayed = value;
                 break;
+            case 4: {
+                const QVariant key = anyKey();
+                row->setKey(key), ref->key = key;
+                break;
+            }
             default:
                 row->setIndex(pick(50)), ref->index = row->Index();
             }
@@ -188,7 +193,10 @@ private:
                 << "row " << ref->id;
             ASSERT_EQ(id(m_ours.GetLastSibling(row)), idOf(ReferenceNodes::lastSibling(ref)))
                 << "row " << ref->id;
-            if (!isEmptyText(ref->key)) {
+            if (!ref->storedKey.isEmpty()) {
+                ASSERT_EQ(id(m_ours.Item(ref->storedKey)), idOf(m_ref.item(ref->storedKey)));
+            }
+            if (!isEmptyText(ref->key) && indexKeyKind(ref->key) == IndexKeyKind::Key) {
                 ASSERT_EQ(id(m_ours.Item(variantText(ref->key))),
                           idOf(m_ref.item(variantText(ref->key))));
             }

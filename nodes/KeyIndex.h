@@ -1,0 +1,37 @@
+#pragma once
+// The rows of a collection by key, compared without regard to case. An open-addressing table of
+// row pointers with the hashes of their case-folded keys: the key text itself is the row's own
+// (lsNode::storedKey), so storing a key costs no string of its own.
+
+#include <QString>
+#include <vector>
+
+class lsNode;
+
+class KeyIndex {
+public:
+    // The row stored under a key (any letter case), or null; "" names none.
+    lsNode *find(const QString &key) const;
+    // Stores a row under its stored key, which must not be taken.
+    void insert(lsNode *row);
+    // Drops a row stored under its stored key.
+    void erase(const lsNode *row);
+    // Drops every row.
+    void clear();
+    // Number of stored rows.
+    qint32 size() const { return m_size; }
+
+    // The hash of a key's case-folded text, computed without making the folded copy.
+    static quint32 foldedHash(const QString &key);
+
+private:
+    // Marks a slot whose row was erased, so probes for later rows go on past it.
+    static lsNode *erased();
+    qint32 slotFor(quint32 hash, qint32 probe) const;
+    void grow();
+
+    std::vector<lsNode *> m_rows; // null: never used; erased(): used, now free
+    std::vector<quint32> m_hashes;
+    qint32 m_size = 0;
+    qint32 m_used = 0; // rows plus erased slots
+};
