@@ -6,6 +6,7 @@
 const QVariant lsCell::kEmpty = emptyText();
 
 void lsCell::Class_Initialize() {
+    TreeEdits::note();
     m_Title.clear();
     m_Left = 0;
     m_Width = 80;

@@ -3,6 +3,7 @@
 // painting give it. Plain stored values with no range checks; a host may keep a cell after it
 // left its row (cells are held by shared pointer).
 
+#include "TreeEdits.h"
 #include "TreeListTypes.h"
 
 #include <QString>
@@ -19,61 +20,112 @@ public:
 
     // Pixel height, set by layout.
     qint32 Height() const { return m_layout ? m_layout->height : 0; }
-    void setHeight(qint32 v) { layoutFor(v != 0).height = v; }
+    void setHeight(qint32 v) {
+        TreeEdits::note();
+        layoutFor(v != 0).height = v;
+    }
     // Pixel x of the cell's left edge within its row.
     qint32 Left() const { return m_Left; }
-    void setLeft(qint32 v) { m_Left = v; }
+    void setLeft(qint32 v) {
+        TreeEdits::note();
+        m_Left = v;
+    }
     // Pixel y of the cell, set by layout.
     qint32 Top() const { return m_layout ? m_layout->top : 0; }
-    void setTop(qint32 v) { layoutFor(v != 0).top = v; }
+    void setTop(qint32 v) {
+        TreeEdits::note();
+        layoutFor(v != 0).top = v;
+    }
     // Pixel width: the column width.
     qint32 Width() const { return m_Width; }
-    void setWidth(qint32 v) { m_Width = v; }
+    void setWidth(qint32 v) {
+        TreeEdits::note();
+        m_Width = v;
+    }
     // Whether the cell is shown.
     bool Visible() const { return m_Visible; }
-    void setVisible(bool v) { m_Visible = v; }
+    void setVisible(bool v) {
+        TreeEdits::note();
+        m_Visible = v;
+    }
     // The cell's text.
     const QString &Title() const { return m_Title; }
-    void setTitle(const QString &v) { m_Title = v; }
+    void setTitle(const QString &v) {
+        TreeEdits::note();
+        m_Title = v;
+    }
     // Free user data.
     const QVariant &Tag() const {
         return m_layout && m_layout->values ? m_layout->values->tag : kEmpty;
     }
-    void setTag(const QVariant &v) { valuesFor(v).tag = v; }
+    void setTag(const QVariant &v) {
+        TreeEdits::note();
+        valuesFor(v).tag = v;
+    }
     // The key the cell is stored under in its `lsCells`.
     const QVariant &Key() const {
         return m_layout && m_layout->values ? m_layout->values->key : kEmpty;
     }
-    void setKey(const QVariant &v) { valuesFor(v).key = v; }
+    void setKey(const QVariant &v) {
+        TreeEdits::note();
+        valuesFor(v).key = v;
+    }
     // The picture: a key or index into the control's image list ("" for none).
     const QVariant &Icon() const {
         return m_layout && m_layout->values ? m_layout->values->icon : kEmpty;
     }
-    void setIcon(const QVariant &v) { valuesFor(v).icon = v; }
+    void setIcon(const QVariant &v) {
+        TreeEdits::note();
+        valuesFor(v).icon = v;
+    }
     // Whether the text is drawn bold.
     bool Bold() const { return m_Bold; }
-    void setBold(bool v) { m_Bold = v; }
+    void setBold(bool v) {
+        TreeEdits::note();
+        m_Bold = v;
+    }
     // Text colour (OLE colour).
     OleColor Color() const { return m_Color; }
-    void setColor(OleColor v) { m_Color = v; }
+    void setColor(OleColor v) {
+        TreeEdits::note();
+        m_Color = v;
+    }
     // Background colour (OLE colour).
     OleColor BackColor() const { return m_BackColor; }
-    void setBackColor(OleColor v) { m_BackColor = v; }
+    void setBackColor(OleColor v) {
+        TreeEdits::note();
+        m_BackColor = v;
+    }
     // Horizontal alignment of the text (`lsAlignmentConstants`).
     qint32 Alignment() const { return m_layout ? m_layout->alignment : lsAlignLeftJustify; }
-    void setAlignment(qint32 v) { layoutFor(v != lsAlignLeftJustify).alignment = v; }
+    void setAlignment(qint32 v) {
+        TreeEdits::note();
+        layoutFor(v != lsAlignLeftJustify).alignment = v;
+    }
     // Horizontal offset of the text and fill in pixels (the tree part in the first column).
     qint32 Xoffset() const { return m_layout ? m_layout->xoffset : 0; }
-    void setXoffset(qint32 v) { layoutFor(v != 0).xoffset = v; }
+    void setXoffset(qint32 v) {
+        TreeEdits::note();
+        layoutFor(v != 0).xoffset = v;
+    }
     // The cell's column number, as given when it was added.
     qint16 Index() const { return m_Index; }
-    void setIndex(qint16 v) { m_Index = v; }
+    void setIndex(qint16 v) {
+        TreeEdits::note();
+        m_Index = v;
+    }
     // Frame style (`Appearances` value).
     qint32 Appearance() const { return m_layout ? m_layout->appearance : kFlat; }
-    void setAppearance(qint32 v) { layoutFor(v != kFlat).appearance = v; }
+    void setAppearance(qint32 v) {
+        TreeEdits::note();
+        layoutFor(v != kFlat).appearance = v;
+    }
     // Whether this is the selected cell.
     bool Selected() const { return m_Selected; }
-    void setSelected(bool v) { m_Selected = v; }
+    void setSelected(bool v) {
+        TreeEdits::note();
+        m_Selected = v;
+    }
 
 private:
     friend class lsCells;

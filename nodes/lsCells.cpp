@@ -38,6 +38,7 @@ lsCell *lsCells::find(const QString &key) const {
 }
 
 lsCellPtr lsCells::Add(const QString &Title, qint16 Index, qint32 Width, const QVariant &Key) {
+    TreeEdits::note();
     // Cells lie side by side from x = 0 in the order they were added, whatever their Index says.
     // A right edge past 32 bits is the overflow error, raised before the cell is stored.
     qint32 left = 0;
@@ -91,11 +92,13 @@ lsCellPtr lsCells::Item(const QVariant &vntIndexKey) const {
 }
 
 void lsCells::Clear() {
+    TreeEdits::note();
     while (m_count > 0)
         removeAt(1);
 }
 
 void lsCells::Remove(const QVariant &vntIndexKey) {
+    TreeEdits::note();
     switch (indexKeyKind(vntIndexKey)) {
     case IndexKeyKind::Position: {
         const auto pos = indexKeyPosition(vntIndexKey);

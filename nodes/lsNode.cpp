@@ -43,6 +43,7 @@ void lsNode::clearLinks() {
 }
 
 void lsNode::setVisible(bool v) {
+    TreeEdits::note();
     if (v == m_Visible)
         return;
     putVisible(v);
@@ -60,6 +61,7 @@ void lsNode::putVisible(bool v) {
 }
 
 void lsNode::setExpanded(bool v) {
+    TreeEdits::note();
     if (v == m_Expanded)
         return;
     m_Expanded = v;
@@ -72,6 +74,7 @@ qint32 lsNode::Index() const {
 }
 
 void lsNode::setIndex(qint32 v) {
+    TreeEdits::note();
     m_Index = v;
     if (m_block)
         RowSequence::indexPut(this);
@@ -83,6 +86,7 @@ const QString &lsNode::FullPath() const {
 }
 
 void lsNode::setFullPath(const QString &v) {
+    TreeEdits::note();
     if (m_rare || !v.isNull())
         rare().fullPath = v;
 }
@@ -94,6 +98,7 @@ lsNode::Rare &lsNode::rare() {
 }
 
 void lsNode::setKey(const QVariant &v) {
+    TreeEdits::note();
     // The collection keeps finding the row under the key it was stored with.
     if (m_keyed && !m_keyPinned) {
         rare().storedKey = variantText(m_Key);

@@ -4,6 +4,7 @@
 // that point up or left (`Parent`, `PrevSibling`) are weak, so the tree never forms an ownership
 // cycle and a host may keep a node after it left its collection.
 
+#include "TreeEdits.h"
 #include "lsCells.h"
 
 #include <QString>
@@ -25,23 +26,41 @@ public:
     // The row's cells; never null: a node whose cells were set to null gets a fresh collection.
     const lsCellsPtr &Cells();
     // Replaces the row's cells (null is allowed; the next `Cells()` makes a new collection).
-    void setCells(lsCellsPtr cells) { m_Cells = std::move(cells); }
+    void setCells(lsCellsPtr cells) {
+        TreeEdits::note();
+        m_Cells = std::move(cells);
+    }
 
     // Previous node under the same parent.
     lsNodePtr PrevSibling() const { return m_PrevSibling.lock(); }
-    void setPrevSibling(const lsNodePtr &n) { m_PrevSibling = n; }
+    void setPrevSibling(const lsNodePtr &n) {
+        TreeEdits::note();
+        m_PrevSibling = n;
+    }
     // Next node under the same parent.
     const lsNodePtr &NextSibling() const { return m_NextSibling; }
-    void setNextSibling(lsNodePtr n) { m_NextSibling = std::move(n); }
+    void setNextSibling(lsNodePtr n) {
+        TreeEdits::note();
+        m_NextSibling = std::move(n);
+    }
     // First child.
     const lsNodePtr &Child() const { return m_Child; }
-    void setChild(lsNodePtr n) { m_Child = std::move(n); }
+    void setChild(lsNodePtr n) {
+        TreeEdits::note();
+        m_Child = std::move(n);
+    }
     // Last child.
     const lsNodePtr &LastChild() const { return m_LastChild; }
-    void setLastChild(lsNodePtr n) { m_LastChild = std::move(n); }
+    void setLastChild(lsNodePtr n) {
+        TreeEdits::note();
+        m_LastChild = std::move(n);
+    }
     // Parent node; null for a top-level node.
     lsNodePtr Parent() const { return m_Parent.lock(); }
-    void setParent(const lsNodePtr &n) { m_Parent = n; }
+    void setParent(const lsNodePtr &n) {
+        TreeEdits::note();
+        m_Parent = n;
+    }
     // True when the parent link is set (cheaper than Parent() where only presence matters).
     bool hasParent() const { return !m_Parent.expired(); }
 
@@ -50,10 +69,16 @@ public:
     void setVisible(bool v);
     // The row's own text.
     const QString &Text() const { return m_Text; }
-    void setText(const QString &v) { m_Text = v; }
+    void setText(const QString &v) {
+        TreeEdits::note();
+        m_Text = v;
+    }
     // The row is selected.
     bool Selected() const { return m_Selected; }
-    void setSelected(bool v) { m_Selected = v; }
+    void setSelected(bool v) {
+        TreeEdits::note();
+        m_Selected = v;
+    }
     // Unique key within its collection (no value by default).
     const QVariant &Key() const { return m_Key; }
     void setKey(const QVariant &v);
@@ -70,15 +95,22 @@ public:
     void setExpanded(bool v);
     // Depth in the tree, 0 for top level.
     qint32 IdentLevel() const { return m_IdentLevel; }
-    void setIdentLevel(qint32 v) { m_IdentLevel = v; }
+    void setIdentLevel(qint32 v) {
+        TreeEdits::note();
+        m_IdentLevel = v;
+    }
     // Scratch mark used by removal.
     bool Flag() const { return m_Flag; }
-    void setFlag(bool v) { m_Flag = v; }
+    void setFlag(bool v) {
+        TreeEdits::note();
+        m_Flag = v;
+    }
     // The row lies in the part of the list that is on screen; set by painting.
     bool Displayed() const { return m_Displayed; }
     void setDisplayed(bool v) {
         // A row marked from outside painting may be anywhere: its collection's next clearing
         // visits every row instead of only those painting marked.
+        TreeEdits::note();
         if (v)
             ++s_displayedPuts;
         m_Displayed = v;
@@ -89,7 +121,10 @@ public:
 
     // The row carries the user's mark.
     bool Marked() const { return m_Marked; }
-    void setMarked(bool v) { m_Marked = v; }
+    void setMarked(bool v) {
+        TreeEdits::note();
+        m_Marked = v;
+    }
 
     // Drops all five links (used when a node leaves its collection).
     void clearLinks();

@@ -70,6 +70,7 @@ lsNodes::~lsNodes() {
 
 lsNodePtr lsNodes::Add(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
                        const QString &Text, const QVariant &Image, const QVariant &SelectedSmage) {
+    TreeEdits::note();
     Q_UNUSED(Image)
     Q_UNUSED(SelectedSmage)
     // Both checks run before the tree changes: a key the keyed collection cannot take, or a
@@ -228,10 +229,12 @@ lsNodePtr lsNodes::GetNextNode(bool OnlyVisibleNode) {
 }
 
 qint32 lsNodes::ReIndex() {
+    TreeEdits::note();
     return m_order.renumber();
 }
 
 void lsNodes::setExpanded(const lsNodePtr &Node, bool value) {
+    TreeEdits::note();
     if (!Node)
         return;
     Node->setExpanded(value);
@@ -243,6 +246,7 @@ bool lsNodes::Expanded(const lsNodePtr &Node) const {
 }
 
 bool lsNodes::Remove(const QVariant &IndexKey) {
+    TreeEdits::note();
     ClearFlags();
     const lsNodePtr target = Item(IndexKey);
     if (!target)
@@ -318,11 +322,13 @@ void lsNodes::unlink(lsNode *node) {
 }
 
 void lsNodes::ClearFlags() {
+    TreeEdits::note();
     for (lsNode *node = m_root.get(); node; node = NodeOrder::nextInPreOrder(node))
         node->setFlag(false);
 }
 
 void lsNodes::Clear() {
+    TreeEdits::note();
     // The same end as removing the first top-level row with its subtree until none is left, in
     // one pass instead of one renumbering per top-level row: removal's 16-bit counter overflows
     // before anything changes, and every row ends flagged, unlinked and numbered as it was when
@@ -381,6 +387,7 @@ QString lsNodes::FindPath(const lsNodePtr &Node) const {
 }
 
 bool lsNodes::SetVisibility(const lsNodePtr &Node) {
+    TreeEdits::note();
     if (!Node)
         return false;
     if (m_order.tree().contains(Node.get())) {
@@ -448,6 +455,7 @@ qint32 lsNodes::recomputeBelow(lsNode *top) {
 }
 
 qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
+    TreeEdits::note();
     qint32 counter = 0;
     // Rows hidden under a collapsed branch are not visited and keep their flags.
     for (lsNodePtr node = SetFirstNode(emptyText()); node; node = GetNextNode(true)) {
@@ -478,11 +486,13 @@ qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
 }
 
 void lsNodes::ClearSelection() {
+    TreeEdits::note();
     m_selectedRow.reset();
     m_selectedCell.reset();
 }
 
 void lsNodes::markDisplayed(const lsNodePtr &row) {
+    TreeEdits::note();
     // A row that already carries the flag is remembered already, or was put from outside (and
     // the next clearing visits every row).
     if (row->m_Displayed)
@@ -492,6 +502,7 @@ void lsNodes::markDisplayed(const lsNodePtr &row) {
 }
 
 void lsNodes::ClearDisplayed() {
+    TreeEdits::note();
     if (lsNode::s_displayedPuts != m_displayedPuts) {
         m_displayedPuts = lsNode::s_displayedPuts;
         for (const lsNodePtr &node : m_order)

@@ -253,9 +253,26 @@ private:
 
     // Painting
     void RedrawFrame(bool keepIfUnchanged);
+    void storeRedrawTime(float start);
     std::unique_ptr<OffScreenDC> newSurface();
     void paintFrame(OffScreenDC &dc);
     void paintLayers(OffScreenDC &dc);
+
+    // What a composed frame was drawn from besides the rows and cells (whose changes TreeEdits
+    // counts): while none of it changed, the frame shown is still the one a repaint would give.
+    struct FrameInputs {
+        qint32 width, height, offset, rowHeight, columns, lineStyle, focusType, headers, firstRow,
+            visibleLines;
+        bool hasFocus, multiSelect;
+        OleColor back, fore;
+        QFont font;
+        const lsImageList *imageList;
+        qint32 images;
+        bool operator==(const FrameInputs &) const = default;
+    };
+    FrameInputs frameInputs();
+    bool frameIsCurrent();
+    bool keepFrameAfterAdd(const lsNodePtr &row);
     PaintContext paintContext();
     void repaintRow(const lsNodePtr &row, bool header);
     void showSurface();
@@ -308,6 +325,10 @@ private:
     float m_redrawTime = 0.0f;
     qint32 m_lastPaintedRow = 0;
     qint32 m_widestText = 0;
+    std::optional<FrameInputs> m_frameInputs; // of the frame shown; none while it may be stale
+    quint64 m_frameEdits = 0;                 // TreeEdits::count() when it was last known right
+    qint32 m_shownRows = 0;                   // rows it shows
+    qint32 m_lastShownRow = 0;                // Index of its last row, 0 for none
     bool m_terminated = false;
     bool m_ownEnabled = true; // the last Enabled told to the host
 };

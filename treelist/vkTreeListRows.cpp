@@ -44,6 +44,8 @@ lsCellPtr cellAt(const lsNodes &nodes, qint32 row, qint32 column) {
 
 qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
                            const QString &Text, const QVariant &Image) {
+    // Adding rows one by one below the view must not cost a frame each when none shows them.
+    const bool frameWasCurrent = m_autoRedraw && !m_autoSelectNew && frameIsCurrent();
     const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
     if (!node)
         return -1;
@@ -55,7 +57,8 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
     if (m_autoRedraw) {
         if (m_autoSelectNew)
             scrollIntoView(node->Index());
-        Refresh(false);
+        if (!(frameWasCurrent && keepFrameAfterAdd(node)))
+            Refresh(false);
     }
     return result;
 }
@@ -212,12 +215,15 @@ QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {
 
 void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                              const QVariant &value) {
+    const bool frameWasCurrent = frameIsCurrent();
     const lsCellPtr cell = ResolveListCell(RowID, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
     const lsNodePtr row = m_rows->at(RowID);
     if (row->Displayed())
         repaintRow(row, false);
+    else if (frameWasCurrent)
+        m_frameEdits = TreeEdits::count(); // a row off screen: the frame still shows the same
 }
 
 QVariant vkTreeList::HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const {

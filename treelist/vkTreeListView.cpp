@@ -244,13 +244,20 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
             m_surface->HasChanged(m_picOut->ScaleWidth(), m_picOut->ScaleHeight())) {
             // Composed aside and kept only when whole: a frame that fails half-way leaves the
             // last good one in place.
+            m_frameInputs.reset();
             std::unique_ptr<OffScreenDC> frame = newSurface();
             paintFrame(*frame);
             m_spareSurface = std::move(m_surface);
             m_surface = std::move(frame);
+            m_frameInputs = frameInputs();
+            m_frameEdits = TreeEdits::count();
         }
     }
     showSurface();
+    storeRedrawTime(start);
+}
+
+void vkTreeList::storeRedrawTime(float start) {
     const float elapsed = secondsSinceMidnight() - start;
     // Past midnight the stored time is the start plus one day, as it always was.
     m_redrawTime = elapsed < 0 ? start + 86400.0f : elapsed;
@@ -290,6 +297,8 @@ void vkTreeList::paintFrame(OffScreenDC &dc) {
 void vkTreeList::paintLayers(OffScreenDC &dc) {
     // Rows and headers scroll sideways together.
     dc.setOriginX(m_horizontalOffset);
+    m_shownRows = 0;
+    m_lastShownRow = 0;
     if (m_rows->Count() > 0) {
         if (m_firstDisplayedRow < 1)
             m_firstDisplayedRow = 1;
@@ -301,6 +310,8 @@ void vkTreeList::paintLayers(OffScreenDC &dc) {
         if (painted.lastPaintedRow > 0)
             m_lastPaintedRow = painted.lastPaintedRow;
         m_widestText = painted.widestText;
+        m_shownRows = painted.painted;
+        m_lastShownRow = painted.lastPaintedRow;
         layoutScrollBars();
     }
     const PaintContext ctx = paintContext();
@@ -329,4 +340,64 @@ void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
 void vkTreeList::showSurface() {
     m_surface->BlastToScreen();
     m_picOut->showFrame();
+}
+
+// --- Frames that stay right ---------------------------------------------------------------------
+
+vkTreeList::FrameInputs vkTreeList::frameInputs() {
+    const lsImageList *images = m_imageList.get();
+    return {m_picOut->ScaleWidth(),
+            m_picOut->ScaleHeight(),
+            m_horizontalOffset,
+            m_rowHeight,
+            m_columns,
+            m_lineStyle,
+            m_focusType,
+            Headers(),
+            m_firstDisplayedRow,
+            m_visibleLineCount,
+            m_hasFocus,
+            m_multiSelect,
+            m_picOut->BackColor(),
+            m_picOut->ForeColor(),
+            m_picOut->Font()->qfont(),
+            images,
+            images ? images->Count() : 0};
+}
+
+bool vkTreeList::frameIsCurrent() {
+    // No row or cell changed since the frame was composed, and nothing else it was drawn from.
+    return m_autoRedraw && m_surface && m_frameInputs && TreeEdits::count() == m_frameEdits &&
+           *m_frameInputs == frameInputs();
+}
+
+bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
+    // The frame was current before `row` was added. A row added below the rows shown changes
+    // nothing on screen unless it is shown itself, gives a shown parent its first child (a box
+    // appears), or becomes the last sibling after one whose line ended on screen (or above it):
+    // then lines that stopped there run on to the edge.
+    const float start = secondsSinceMidnight();
+    if (row->Index() <= m_lastShownRow)
+        return false;
+    const bool viewFull = m_shownRows > 0 && Headers() + m_shownRows > m_visibleLineCount;
+    if (!viewFull && row->Visible())
+        return false;
+    const lsNodePtr previous = row->PrevSibling();
+    if (!previous && !row->NextSibling()) {
+        const lsNodePtr parent = row->Parent();
+        if (parent && parent->Displayed())
+            return false;
+    }
+    if (previous && !row->NextSibling() &&
+        (previous->Displayed() || previous->Index() < m_firstDisplayedRow))
+        return false;
+    // The scroll bars take the new row in; when that moves the view, the frame is composed.
+    lineCapacity();
+    keepFirstRowReachable();
+    layoutScrollBars();
+    if (!(frameInputs() == *m_frameInputs))
+        return false;
+    m_frameEdits = TreeEdits::count();
+    storeRedrawTime(start);
+    return true;
 }
