@@ -31,6 +31,9 @@ public:
         lsCell *cell = cellAt(position);
         return cell ? handle(cell) : nullptr;
     }
+    // The cell at a 1-based position, or null, without sharing ownership: valid while the row
+    // holds it (for the control's own short-lived reads and writes).
+    lsCell *cell(qint32 position) const { return cellAt(position); }
     // Number of cells.
     qint32 Count() const { return m_count; }
     // Removes every cell.

@@ -230,6 +230,7 @@ private:
     void CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
                         OleColor foreColor, OleColor backColor, qint32 appearance);
     qint32 defaultCellWidth(qint32 column) const;
+    lsNodePtr listRow(qint32 &RowID, qint32 &ColID) const;
     qint32 defaultHeaderWidth(qint32 column) const;
     void addHeaderCells(const lsNodePtr &node);
     bool setRowExpanded(const QVariant &RowIndexKey, bool expanded);

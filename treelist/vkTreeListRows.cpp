@@ -33,9 +33,12 @@ bool toBoolean(const QVariant &value) {
 // The cell at a row position and column of a collection, or null when either is out of range.
 lsCellPtr cellAt(const lsNodes &nodes, qint32 row, qint32 column) {
     const lsNodePtr node = nodes.at(row);
-    if (!node || column < 1 || column > node->Cells()->Count())
-        return nullptr;
-    return node->Cells()->at(column);
+    return node ? node->Cells()->at(column) : nullptr;
+}
+
+// The same cell borrowed from its row, for reads and writes that end before the call returns.
+lsCell *borrowCell(const lsNodePtr &node, qint32 column) {
+    return node ? node->Cells()->cell(column) : nullptr;
 }
 
 } // namespace
@@ -89,9 +92,8 @@ void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, cons
 
 qint32 vkTreeList::defaultCellWidth(qint32 column) const {
     // Data cells follow the first header row wherever it has the column.
-    if (const lsNodePtr header = m_headers->at(1))
-        if (const lsCellPtr cell = header->Cells()->at(column))
-            return cell->Width();
+    if (const lsCell *cell = borrowCell(m_headers->at(1), column))
+        return cell->Width();
     return column == 1 ? 150 : 120;
 }
 
@@ -196,12 +198,17 @@ bool vkTreeList::SetVisibility(const QVariant &RowIndexKey) {
 
 // --- Cells --------------------------------------------------------------------------------------
 
-lsCellPtr vkTreeList::ResolveListCell(qint32 &RowID, qint32 &ColID) const {
+lsNodePtr vkTreeList::listRow(qint32 &RowID, qint32 &ColID) const {
     if (RowID == -1)
         RowID = Row();
     if (ColID == -1)
         ColID = Col();
-    return cellAt(*m_rows, RowID, ColID);
+    return m_rows->at(RowID);
+}
+
+lsCellPtr vkTreeList::ResolveListCell(qint32 &RowID, qint32 &ColID) const {
+    const lsNodePtr row = listRow(RowID, ColID);
+    return row ? row->Cells()->at(ColID) : nullptr;
 }
 
 lsCellPtr vkTreeList::ResolveHeaderCell(qint32 RowID, qint32 ColID) const {
@@ -209,17 +216,18 @@ lsCellPtr vkTreeList::ResolveHeaderCell(qint32 RowID, qint32 ColID) const {
 }
 
 QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {
-    const lsCellPtr cell = ResolveListCell(RowID, ColID);
+    const lsNodePtr row = listRow(RowID, ColID);
+    const lsCell *cell = borrowCell(row, ColID);
     return cell ? cellProperty(*cell, CellProperty) : QVariant();
 }
 
 void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                              const QVariant &value) {
     const bool frameWasCurrent = frameIsCurrent();
-    const lsCellPtr cell = ResolveListCell(RowID, ColID);
+    const lsNodePtr row = listRow(RowID, ColID);
+    lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
-    const lsNodePtr row = m_rows->at(RowID);
     if (row->Displayed())
         repaintRow(row, false);
     else if (frameWasCurrent)
