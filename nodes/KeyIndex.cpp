@@ -2,6 +2,7 @@
 
 #include "lsNode.h"
 
+#include <algorithm>
 #include <cassert>
 
 quint32 KeyIndex::foldedHash(const QString &key) {
@@ -35,7 +36,10 @@ lsNode *KeyIndex::erased() {
 }
 
 qint32 KeyIndex::slotFor(quint32 hash, qint32 probe) const {
-    return qint32((hash + quint32(probe)) & quint32(m_rows.size() - 1));
+    // The hash scaled to the table (any size, not only powers of two), then linear probing.
+    const qint64 capacity = qint64(m_rows.size());
+    const qint64 i = qint64((quint64(hash) * quint64(capacity)) >> 32) + probe;
+    return qint32(i < capacity ? i : i - capacity);
 }
 
 lsNode *KeyIndex::find(const QString &key) const {
@@ -54,7 +58,7 @@ lsNode *KeyIndex::find(const QString &key) const {
 }
 
 void KeyIndex::insert(lsNode *row) {
-    if ((m_used + 1) * 4 > qint32(m_rows.size()) * 3)
+    if ((m_used + 1) * 5 > qint32(m_rows.size()) * 4)
         grow();
     const quint32 hash = foldedHash(row->storedKey());
     for (qint32 probe = 0;; ++probe) {
@@ -92,10 +96,9 @@ void KeyIndex::clear() {
 }
 
 void KeyIndex::grow() {
-    // Twice the live rows, so erased slots are dropped and the table stays at most half full.
-    size_t capacity = 16;
-    while (capacity < size_t(m_size + 1) * 2)
-        capacity *= 2;
+    // Twice the live rows: erased slots are dropped, and the table fills from half to four
+    // fifths before it grows again.
+    const size_t capacity = std::max<size_t>(16, size_t(m_size + 1) * 2);
     std::vector<lsNode *> rows(capacity, nullptr);
     std::vector<quint32> hashes(capacity, 0);
     std::swap(rows, m_rows);

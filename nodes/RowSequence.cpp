@@ -89,6 +89,11 @@ qint32 RowSequence::rankOf(const lsNode *row) {
 const lsNodePtr *RowSequence::slotAt(qint32 rank) const {
     if (rank < 1 || rank > m_size)
         return nullptr;
+    // The last row (the collection's tail after every change) needs no block starts.
+    if (rank == m_size) {
+        const RowBlock *last = m_blocks.back().get();
+        return &last->rows[last->size - 1];
+    }
     const Place place = placeOf(rank);
     return &place.block->rows[place.offset];
 }

@@ -156,6 +156,8 @@ private:
     bool m_Selected : 1 = false;
     // Taken out of its `lsCells` while a host still held it: it keeps its slot but no position.
     bool m_removed : 1 = false;
+    // The slot of an `lsCells` holds this cell.
+    bool m_inUse : 1 = false;
     std::unique_ptr<Layout> m_layout;
 };
 

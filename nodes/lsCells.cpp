@@ -9,10 +9,39 @@ lsCell *lsCells::slot(qint32 i) const {
     return &m_extra->chunks[size_t(i / kChunk)][size_t(i % kChunk)];
 }
 
+qint32 lsCells::used() const {
+    if (m_extra)
+        return m_extra->used;
+    qint32 n = 0;
+    while (n < kInline && m_inline[n].m_inUse)
+        ++n;
+    return n;
+}
+
+qint32 lsCells::Count() const {
+    if (m_extra)
+        return m_extra->count;
+    qint32 n = 0;
+    for (qint32 i = 0; i < kInline && m_inline[i].m_inUse; ++i)
+        n += !m_inline[i].m_removed;
+    return n;
+}
+
+lsCells::Extra &lsCells::extra() {
+    if (!m_extra) {
+        auto extra = std::make_unique<Extra>();
+        extra->used = used();
+        extra->count = Count();
+        m_extra = std::move(extra);
+    }
+    return *m_extra;
+}
+
 qint32 lsCells::slotOf(qint32 position) const {
-    if (m_used == m_count)
+    const qint32 inUse = used();
+    if (inUse == Count())
         return position - 1;
-    for (qint32 i = 0; i < m_used; ++i) {
+    for (qint32 i = 0; i < inUse; ++i) {
         if (!slot(i)->m_removed && --position == 0)
             return i;
     }
@@ -20,7 +49,7 @@ qint32 lsCells::slotOf(qint32 position) const {
 }
 
 lsCell *lsCells::cellAt(qint32 position) const {
-    if (position < 1 || position > m_count)
+    if (position < 1 || position > Count())
         return nullptr;
     return slot(slotOf(position));
 }
@@ -42,31 +71,30 @@ lsCellPtr lsCells::Add(const QString &Title, qint16 Index, qint32 Width, const Q
     // Cells lie side by side from x = 0 in the order they were added, whatever their Index says.
     // A right edge past 32 bits is the overflow error, raised before the cell is stored.
     qint32 left = 0;
-    if (const lsCell *last = cellAt(m_count))
+    if (const lsCell *last = cellAt(Count()))
         left = toInt32(qint64{last->Left()} + last->Width());
     const QString key = variantText(Key);
     if (find(key))
         throw TreeListError(TreeListError::DuplicateKey);
 
-    if (m_used >= kInline) {
-        if (!m_extra)
-            m_extra = std::make_unique<Extra>();
-        if (m_used - kInline == qint32(m_extra->chunks.size()) * kChunk)
-            m_extra->chunks.push_back(std::make_unique<lsCell[]>(kChunk));
-    }
-    lsCell *cell = slot(m_used++);
-    ++m_count;
+    const qint32 i = used();
+    if (i >= kInline && i - kInline == qint32(extra().chunks.size()) * kChunk)
+        m_extra->chunks.push_back(std::make_unique<lsCell[]>(kChunk));
+    lsCell *cell = slot(i);
     cell->Class_Initialize();
     cell->m_removed = false;
+    cell->m_inUse = true;
+    if (m_extra) {
+        ++m_extra->used;
+        ++m_extra->count;
+    }
     cell->setTitle(Title);
     cell->setIndex(Index);
     cell->setWidth(Width);
     cell->setLeft(left);
     if (!key.isEmpty()) {
         cell->setKey(Key);
-        if (!m_extra)
-            m_extra = std::make_unique<Extra>();
-        m_extra->keys.insert(key.toCaseFolded(), cell);
+        extra().keys.insert(key.toCaseFolded(), cell);
     }
     return handle(cell);
 }
@@ -93,7 +121,7 @@ lsCellPtr lsCells::Item(const QVariant &vntIndexKey) const {
 
 void lsCells::Clear() {
     TreeEdits::note();
-    while (m_count > 0)
+    while (Count() > 0)
         removeAt(1);
 }
 
@@ -109,7 +137,7 @@ void lsCells::Remove(const QVariant &vntIndexKey) {
         const lsCell *cell = find(vntIndexKey.toString());
         if (!cell)
             throw TreeListError(TreeListError::InvalidArgument);
-        for (qint32 position = 1; position <= m_count; ++position) {
+        for (qint32 position = 1; position <= Count(); ++position) {
             if (cellAt(position) == cell)
                 return removeAt(position);
         }
@@ -126,16 +154,17 @@ void lsCells::forgetKey(const lsCell *cell) {
 }
 
 void lsCells::removeAt(qint32 position) {
-    if (position < 1 || position > m_count)
+    if (position < 1 || position > Count())
         throw TreeListError(TreeListError::InvalidArgument);
-    const qint32 i = slotOf(position);
+    const qint32 i = slotOf(position), inUse = used();
     lsCell *cell = slot(i);
     forgetKey(cell);
-    --m_count;
+    if (m_extra)
+        --m_extra->count;
     // With no pointer out but the collection's own owner, no host can reach a cell: the later
     // ones move up and the slot is free again. Otherwise the removed cell keeps its slot.
     if (weak_from_this().use_count() == 1) {
-        for (qint32 j = i; j + 1 < m_used; ++j) {
+        for (qint32 j = i; j + 1 < inUse; ++j) {
             lsCell *from = slot(j + 1);
             if (m_extra) {
                 for (auto it = m_extra->keys.begin(); it != m_extra->keys.end(); ++it)
@@ -144,7 +173,11 @@ void lsCells::removeAt(qint32 position) {
             }
             *slot(j) = std::move(*from);
         }
-        slot(--m_used)->Class_Initialize();
+        lsCell *freed = slot(inUse - 1);
+        freed->Class_Initialize();
+        freed->m_inUse = false;
+        if (m_extra)
+            --m_extra->used;
     } else {
         cell->m_removed = true;
     }

@@ -35,7 +35,7 @@ public:
     // holds it (for the control's own short-lived reads and writes).
     lsCell *cell(qint32 position) const { return cellAt(position); }
     // Number of cells.
-    qint32 Count() const { return m_count; }
+    qint32 Count() const;
     // Removes every cell.
     void Clear();
     // Removes a cell by position or key; later cells move up. Their `Left` is not recomputed.
@@ -68,17 +68,22 @@ public:
         qint32 m_position = 1;
     };
     const_iterator begin() const { return const_iterator(this, 1); }
-    const_iterator end() const { return const_iterator(this, m_count + 1); }
+    const_iterator end() const { return const_iterator(this, Count() + 1); }
 
 private:
     static constexpr qint32 kInline = 4;
     static constexpr qint32 kChunk = 8;
 
-    // What rows with more cells, removed cells still held, or keyed cells need.
+    // What rows with more cells or keyed cells need. Without it the slots' own marks tell how
+    // many are used, which keeps a row of a few cells to one small allocation.
     struct Extra {
         std::vector<std::unique_ptr<lsCell[]>> chunks;
         QHash<QString, lsCell *> keys; // case-folded key -> cell
+        qint32 used = 0;               // slots holding a cell, removed or not
+        qint32 count = 0;              // cells not removed
     };
+    Extra &extra();
+    qint32 used() const;
 
     lsCell *slot(qint32 i) const;
     lsCell *cellAt(qint32 position) const;
@@ -88,9 +93,7 @@ private:
     void removeAt(qint32 position);
     void forgetKey(const lsCell *cell);
 
-    // Slots 0..m_used-1 hold cells; m_count of them are not removed.
-    qint32 m_used = 0;
-    qint32 m_count = 0;
+    // Slots 0..used()-1 hold cells; Count() of them are not removed.
     std::unique_ptr<Extra> m_extra;
     mutable lsCell m_inline[kInline];
 };

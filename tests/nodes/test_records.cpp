@@ -5,6 +5,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
 
 namespace {
 
@@ -65,6 +66,62 @@ TEST(Records, CellCollectionErrorsKeepTheData) {
         EXPECT_EQ(errorOf(cases[i].second), cases[i].first) << "case " << i;
     EXPECT_EQ(cells.Count(), 4);
     EXPECT_EQ(cells.Item("key")->Title(), "C");
+}
+
+// Cells live in slots of their collection: rows past the first slots, removals while a host
+// holds a cell (the cell keeps its slot) or not (later cells move up) and keys after such moves
+// must read as a plain list of separate cells would.
+TEST(Records, CellSlotsReadLikeAPlainList) {
+    std::mt19937 rng(5);
+    const auto pick = [&](int n) { return int(rng() % unsigned(n)); };
+    auto cells = std::make_shared<lsCells>();
+    std::vector<std::pair<QString, QString>> plain; // title, key
+    std::vector<std::pair<lsCellPtr, QString>> held;
+    for (int step = 0; step < 3000; ++step) {
+        SCOPED_TRACE(step);
+        const QString key = pick(3) ? QString() : QString("k%1").arg(pick(12));
+        const bool taken = !key.isEmpty() && std::any_of(plain.begin(), plain.end(), [&](auto &c) {
+            return c.second.compare(key, Qt::CaseInsensitive) == 0;
+        });
+        const int op = plain.size() > 20 ? 3 + pick(7) : pick(10);
+        if (op < 5) {
+            const QString title = QString::number(step);
+            const int error = errorOf([&] {
+                const lsCellPtr cell = cells->Add(title, 1, 10, pick(2) ? key : key.toUpper());
+                if (pick(3) == 0)
+                    held.emplace_back(cell, title);
+            });
+            EXPECT_EQ(error, taken ? 457 : 0);
+            if (!taken)
+                plain.emplace_back(title, key);
+        } else if (op < 8 && !plain.empty()) {
+            const int position = 1 + pick(int(plain.size()));
+            if (pick(2) || plain[size_t(position - 1)].second.isEmpty())
+                cells->Remove(position);
+            else
+                cells->Remove(plain[size_t(position - 1)].second);
+            plain.erase(plain.begin() + position - 1);
+        } else if (op == 8) {
+            held.clear();
+        } else if (pick(8) == 0) {
+            cells->Clear();
+            plain.clear();
+        }
+        ASSERT_EQ(cells->Count(), qint32(plain.size()));
+        for (size_t i = 0; i < plain.size(); ++i) {
+            ASSERT_EQ(cells->at(qint32(i + 1))->Title(), plain[i].first);
+            if (!plain[i].second.isEmpty()) {
+                ASSERT_EQ(cells->Item(plain[i].second)->Title(), plain[i].first);
+            }
+        }
+        for (const auto &[cell, title] : held)
+            ASSERT_EQ(cell->Title(), title);
+    }
+    // A held cell keeps its collection, and its values, after everything else let go.
+    held.resize(std::min<size_t>(held.size(), 1));
+    cells.reset();
+    for (const auto &[cell, title] : held)
+        EXPECT_EQ(cell->Title(), title);
 }
 
 TEST(Records, LongSiblingChainIsFreedWithoutDeepRecursion) {
