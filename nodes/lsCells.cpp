@@ -67,6 +67,10 @@ lsCell *lsCells::find(const QString &key) const {
 }
 
 lsCellPtr lsCells::Add(const QString &Title, qint16 Index, qint32 Width, const QVariant &Key) {
+    return handle(append(Title, Index, Width, Key));
+}
+
+lsCell *lsCells::append(const QString &Title, qint16 Index, qint32 Width, const QVariant &Key) {
     TreeEdits::note();
     // Cells lie side by side from x = 0 in the order they were added, whatever their Index says.
     // A right edge past 32 bits is the overflow error, raised before the cell is stored.
@@ -96,7 +100,7 @@ lsCellPtr lsCells::Add(const QString &Title, qint16 Index, qint32 Width, const Q
         cell->setKey(Key);
         extra().keys.insert(key.toCaseFolded(), cell);
     }
-    return handle(cell);
+    return cell;
 }
 
 lsCellPtr lsCells::Item(const QVariant &vntIndexKey) const {

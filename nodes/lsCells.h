@@ -24,6 +24,9 @@ public:
     // cell; under `Key` when it is not "". A duplicate key raises and adds nothing.
     lsCellPtr Add(const QString &Title, qint16 Index, qint32 Width = 120,
                   const QVariant &Key = emptyText());
+    // The same, handing the new cell out borrowed (see `cell`).
+    lsCell *append(const QString &Title, qint16 Index, qint32 Width = 120,
+                   const QVariant &Key = emptyText());
     // The cell at a 1-based position or under a key; unknown raises the invalid-argument error.
     lsCellPtr Item(const QVariant &vntIndexKey) const;
     // The cell at a 1-based position, or null when out of range (for painting and layout).

@@ -77,13 +77,9 @@ void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, cons
     const lsCellsPtr &cells = node->Cells();
     for (qint32 i = cells->Count() + 1; i <= m_columns; ++i) {
         const qint16 column = toInt16(i);
-        lsCellPtr cell;
-        if (i == 1) {
-            cell = cells->Add(Text, column, defaultCellWidth(i));
+        lsCell *cell = cells->append(i == 1 ? Text : QString(), column, defaultCellWidth(i));
+        if (i == 1)
             cell->setIcon(Image);
-        } else {
-            cell = cells->Add(QString(), column, defaultCellWidth(i));
-        }
         cell->setColor(foreColor);
         cell->setBackColor(backColor);
         cell->setAppearance(appearance);
