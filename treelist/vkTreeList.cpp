@@ -76,6 +76,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     }
     m_picOut = new PictureBox(this);
     m_picOut->setFont(m_host->AmbientFont());
+    // Made after the drawing child, the bars and the corner filler lie over its edges.
     m_scrY = new QScrollBar(Qt::Vertical, this);
     m_scrX = new QScrollBar(Qt::Horizontal, this);
     m_imgGhost = new QLabel(this);

@@ -4,18 +4,31 @@
 
 #include "PictureBox.h"
 
+#include <QDateTime>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
-#include <QTime>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
 float secondsSinceMidnight() {
-    return static_cast<float>(QTime::currentTime().msecsSinceStartOfDay()) / 1000.0f;
+    // Local time is the UTC clock plus the zone's offset. Asking for the offset reads the time
+    // zone's files, too slow for a timer read around every repaint: it is looked up again only
+    // once a minute.
+    static qint64 offsetMs = 0;
+    static qint64 offsetAt = std::numeric_limits<qint64>::min();
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (now - offsetAt > 60000 || now < offsetAt) {
+        offsetMs = qint64(QDateTime::currentDateTime().offsetFromUtc()) * 1000;
+        offsetAt = now;
+    }
+    constexpr qint64 day = 86400000;
+    return static_cast<float>(((now + offsetMs) % day + day) % day) / 1000.0f;
 }
 
 } // namespace
@@ -148,10 +161,8 @@ void vkTreeList::layoutScrollBars() {
             continue;
         if (bar->value() < bar->minimum())
             bar->setValue(bar->minimum());
-        bar->raise();
         bar->update();
     }
-    m_imgGhost->raise();
 }
 
 void vkTreeList::onVerticalScroll(int value) {
@@ -324,6 +335,18 @@ void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
         return;
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
+    // The screen shares the frame's raster, and painting into a shared raster would copy all of it
+    // first. The screen lets go of it while the row is painted and takes it back afterwards (also
+    // when painting fails), so the row is drawn in place.
+    QImage *screen = m_picOut->screenImage();
+    const bool shared = !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
+    if (shared)
+        *screen = QImage();
+    const auto giveBack = qScopeGuard([&] {
+        m_surface->setOriginX(0);
+        if (shared)
+            *screen = *m_surface->hDC();
+    });
     m_surface->setOriginX(m_horizontalOffset);
     if (header) {
         for (const lsCellPtr &cell : *row->Cells())
@@ -333,7 +356,6 @@ void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
         m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
         painter.paintRow(*m_surface, *m_rows, *row, *m_ident);
     }
-    m_surface->setOriginX(0);
     showSurface();
 }
 
