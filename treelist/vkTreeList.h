@@ -272,7 +272,7 @@ private:
         bool operator==(const FrameInputs &) const = default;
     };
     FrameInputs frameInputs();
-    bool frameIsCurrent();
+    bool rowsUnchangedSinceFrame() const;
     bool keepFrameAfterAdd(const lsNodePtr &row);
     PaintContext paintContext();
     void repaintRow(const lsNodePtr &row, bool header);

@@ -48,7 +48,7 @@ lsCell *borrowCell(const lsNodePtr &node, qint32 column) {
 qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
                            const QString &Text, const QVariant &Image) {
     // Adding rows one by one below the view must not cost a frame each when none shows them.
-    const bool frameWasCurrent = m_autoRedraw && !m_autoSelectNew && frameIsCurrent();
+    const bool frameWasCurrent = !m_autoSelectNew && rowsUnchangedSinceFrame();
     const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
     if (!node)
         return -1;
@@ -219,7 +219,7 @@ QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {
 
 void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                              const QVariant &value) {
-    const bool frameWasCurrent = frameIsCurrent();
+    const bool frameWasCurrent = rowsUnchangedSinceFrame();
     const lsNodePtr row = listRow(RowID, ColID);
     lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))

@@ -387,16 +387,16 @@ vkTreeList::FrameInputs vkTreeList::frameInputs() {
             images ? images->Count() : 0};
 }
 
-bool vkTreeList::frameIsCurrent() {
-    // No row or cell changed since the frame was composed, and nothing else it was drawn from.
-    return m_autoRedraw && m_surface && m_frameInputs && TreeEdits::count() == m_frameEdits &&
-           *m_frameInputs == frameInputs();
+bool vkTreeList::rowsUnchangedSinceFrame() const {
+    // The rest of what the frame was drawn from (FrameInputs) is compared where the frame is
+    // kept; a change there only needs noticing then.
+    return m_autoRedraw && m_surface && m_frameInputs && TreeEdits::count() == m_frameEdits;
 }
 
 bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
-    // The frame was current before `row` was added. A row added below the rows shown changes
-    // nothing on screen unless it is shown itself, gives a shown parent its first child (a box
-    // appears), or becomes the last sibling after one whose line ended on screen (or above it):
+    // No row had changed since the frame before `row` was added. A row added below the rows shown
+    // changes nothing on screen unless it is shown itself, gives a shown parent its first child (a
+    // box appears), or becomes the last sibling after one whose line ended on screen (or above it):
     // then lines that stopped there run on to the edge.
     const float start = secondsSinceMidnight();
     if (row->Index() <= m_lastShownRow)
