@@ -240,6 +240,20 @@ private:
     // Viewport
     bool lineCapacity();
     void layoutScrollBars();
+    // What the bar layout reads besides the displayed row count, and the bars as it left them.
+    struct BarLayout {
+        qint32 whole, extent, scaleWidth, rowWidth, position;
+        QRect area;
+        qint32 offset;
+        bool vertical;
+        bool operator==(const BarLayout &) const = default;
+    };
+    struct BarStates {
+        qint32 yMinimum, yMaximum, yValue, xValue;
+        bool yShown, xShown;
+        bool operator==(const BarStates &) const = default;
+    };
+    BarStates barStates() const;
     void onVerticalScroll(int value);
     void onHorizontalScroll(int value);
     void scrollBy(bool upwards, qint32 amount);
@@ -326,6 +340,7 @@ private:
     float m_redrawTime = 0.0f;
     qint32 m_lastPaintedRow = 0;
     qint32 m_widestText = 0;
+    std::optional<std::pair<BarLayout, BarStates>> m_barLayout; // of the last full bar layout
     std::optional<FrameInputs> m_frameInputs; // of the frame shown; none while it may be stale
     quint64 m_frameEdits = 0;                 // TreeEdits::count() when it was last known right
     qint32 m_shownRows = 0;                   // rows it shows

@@ -109,20 +109,33 @@ void vkTreeList::layoutScrollBars() {
     const qint32 scaleWidth = m_picOut->ScaleWidth();
     const qint32 whole = wholeLineCount();
     const qint32 extent = scrollBarExtent();
+    const lsNodePtr first = m_rows->at(1);
+    const qint32 rowWidth = first ? first->Width() : 0;
+    const bool vertical = m_displayedRowCount > whole;
+    const qint32 position = vertical ? std::max(1, displayPosition(m_firstDisplayedRow)) : 0;
+    const BarLayout layout{whole,    extent,         scaleWidth,         rowWidth,
+                           position, contentsRect(), m_horizontalOffset, vertical};
 
     // Writing the bars' ranges may move their values: the change handlers must stay quiet, and
     // become live again even when a step below fails.
     const QScopedValueRollback<bool> suspend(m_suspend, true);
-    const bool vertical = m_displayedRowCount > whole;
+    // Rows added one by one change nothing but the count of displayed rows: when that is all that
+    // changed since the last layout and nobody moved the bars since, only the maximum moves.
+    if (m_barLayout && m_barLayout->first == layout && m_barLayout->second == barStates()) {
+        m_scrY->setMaximum(std::max(1, m_displayedRowCount));
+        if (vertical)
+            m_scrY->setValue(position);
+        m_barLayout->second = barStates();
+        return;
+    }
+    m_barLayout.reset();
     m_scrY->setMinimum(1);
     m_scrY->setMaximum(std::max(1, m_displayedRowCount));
     m_scrY->setSingleStep(1);
     m_scrY->setPageStep(std::max(whole, 1));
     if (vertical)
-        m_scrY->setValue(std::max(1, displayPosition(m_firstDisplayedRow)));
+        m_scrY->setValue(position);
 
-    const lsNodePtr first = m_rows->at(1);
-    const qint32 rowWidth = first ? first->Width() : 0;
     const bool horizontal = rowWidth > scaleWidth - (vertical ? extent : 0);
     if (horizontal) {
         m_scrX->setMinimum(0);
@@ -163,6 +176,12 @@ void vkTreeList::layoutScrollBars() {
             bar->setValue(bar->minimum());
         bar->update();
     }
+    m_barLayout = {layout, barStates()};
+}
+
+vkTreeList::BarStates vkTreeList::barStates() const {
+    return {m_scrY->minimum(), m_scrY->maximum(),         m_scrY->value(),
+            m_scrX->value(),   m_scrY->isVisibleTo(this), m_scrX->isVisibleTo(this)};
 }
 
 void vkTreeList::onVerticalScroll(int value) {
