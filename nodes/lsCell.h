@@ -4,6 +4,7 @@
 // left its row (cells are held by shared pointer).
 
 #include "TreeEdits.h"
+#include "TreeListError.h"
 #include "TreeListTypes.h"
 
 #include <QString>
@@ -108,11 +109,13 @@ public:
         TreeEdits::note();
         layoutFor(v != 0).xoffset = v;
     }
-    // The cell's column number, as given when it was added.
+    // The cell's column number, as given when it was added. 16-bit: a put outside
+    // -32768..32767 raises overflow and changes nothing.
     qint16 Index() const { return m_Index; }
-    void setIndex(qint16 v) {
+    void setIndex(qint32 v) {
+        const qint16 index = toInt16(v);
         TreeEdits::note();
-        m_Index = v;
+        m_Index = index;
     }
     // Frame style (`Appearances` value).
     qint32 Appearance() const { return m_layout ? m_layout->appearance : kFlat; }

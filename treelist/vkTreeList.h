@@ -229,7 +229,7 @@ private:
     // Columns and rows
     void CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
                         OleColor foreColor, OleColor backColor, qint32 appearance);
-    qint32 defaultCellWidth(qint32 column) const;
+    static qint32 defaultCellWidth(const lsNodePtr &firstHeader, qint32 column);
     lsNodePtr listRow(qint32 &RowID, qint32 &ColID) const;
     qint32 defaultHeaderWidth(qint32 column) const;
     void addHeaderCells(const lsNodePtr &node);

@@ -75,9 +75,11 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, lsRelationshipConstants Rel
 void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
                                 OleColor foreColor, OleColor backColor, qint32 appearance) {
     const lsCellsPtr &cells = node->Cells();
+    const lsNodePtr header = m_headers->at(1);
     for (qint32 i = cells->Count() + 1; i <= m_columns; ++i) {
         const qint16 column = toInt16(i);
-        lsCell *cell = cells->append(i == 1 ? Text : QString(), column, defaultCellWidth(i));
+        lsCell *cell =
+            cells->append(i == 1 ? Text : QString(), column, defaultCellWidth(header, i));
         if (i == 1)
             cell->setIcon(Image);
         cell->setColor(foreColor);
@@ -86,9 +88,9 @@ void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, cons
     }
 }
 
-qint32 vkTreeList::defaultCellWidth(qint32 column) const {
+qint32 vkTreeList::defaultCellWidth(const lsNodePtr &firstHeader, qint32 column) {
     // Data cells follow the first header row wherever it has the column.
-    if (const lsCell *cell = borrowCell(m_headers->at(1), column))
+    if (const lsCell *cell = borrowCell(firstHeader, column))
         return cell->Width();
     return column == 1 ? 150 : 120;
 }

@@ -20,6 +20,9 @@ TEST(Records, DefaultsAndReset) {
     // The Variant fields hold empty text, not "no value".
     for (const QVariant &v : {cell.Icon(), cell.Key(), cell.Tag()})
         EXPECT_TRUE(v.isValid() && v.toString().isEmpty());
+    // The column number is 16-bit: a wider put fails and changes nothing.
+    EXPECT_EQ(errorOf([&] { cell.setIndex(40000); }), TreeListError::Overflow);
+    EXPECT_EQ(cell.Index(), 1);
 
     lsNode node;
     EXPECT_TRUE(node.Expanded() && node.Visible() && !node.Key().isValid());
