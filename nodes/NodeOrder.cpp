@@ -97,6 +97,7 @@ void NodeOrder::clear() {
 }
 
 qint32 NodeOrder::visibleUpTo(qint32 position) const {
+    m_tree.resolvePending();
     if (!m_apart)
         return m_tree.visibleUpTo(position);
     qint32 visible = 0;
@@ -106,6 +107,7 @@ qint32 NodeOrder::visibleUpTo(qint32 position) const {
 }
 
 lsNodePtr NodeOrder::visibleRow(qint32 k) const {
+    m_tree.resolvePending();
     if (!m_apart) {
         const lsNode *row = m_tree.visibleRow(k);
         return row ? RowSequence::slotOf(row) : nullptr;

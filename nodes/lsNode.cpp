@@ -42,7 +42,16 @@ void lsNode::clearLinks() {
     m_PrevSibling.reset();
 }
 
+bool lsNode::Visible() const {
+    if (m_block)
+        m_block->owner->resolvePending();
+    return m_Visible;
+}
+
 void lsNode::setVisible(bool v) {
+    // A deferred recomputation must run against the values from before this put.
+    if (m_block)
+        m_block->owner->resolvePending();
     if (v == m_Visible)
         return;
     putVisible(v);
@@ -60,6 +69,8 @@ void lsNode::putVisible(bool v) {
 }
 
 void lsNode::setExpanded(bool v) {
+    if (m_block)
+        m_block->owner->resolvePending();
     if (v == m_Expanded)
         return;
     m_Expanded = v;

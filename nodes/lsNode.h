@@ -46,7 +46,7 @@ public:
     bool hasParent() const { return !m_Parent.expired(); }
 
     // The row may be shown: it is not hidden under a collapsed ancestor.
-    bool Visible() const { return m_Visible; }
+    bool Visible() const;
     void setVisible(bool v);
     // The row's own text.
     const QString &Text() const { return m_Text; }
@@ -121,6 +121,8 @@ private:
     RowBlock *m_block = nullptr;
     qint32 m_IdentLevel = 0;
     qint32 m_Index = 0;
+    // The serial of the row's latest deferred visibility recomputation; 0 for none.
+    quint32 m_pendingSerial = 0;
     bool m_Expanded : 1 = true;
     bool m_Selected : 1 = false;
     bool m_Visible : 1 = true;

@@ -115,7 +115,7 @@ private:
     void unlink(lsNode *node);
     void releaseAll();
     void settleAfter(const lsNode *node, qint32 subtreeRows);
-    static qint32 recomputeBelow(lsNode *top);
+    bool unsettledFrom(const lsNode *node) const;
 
     lsNodePtr m_selectedRow;
     lsCellPtr m_selectedCell;
