@@ -29,7 +29,7 @@ class RowSequence;
 // A run of consecutive rows with the counts that let positions and visible rows be found without
 // visiting every row.
 struct RowBlock {
-    static constexpr qint32 kCapacity = 64;
+    static constexpr qint32 kCapacity = 32;
 
     RowSequence *owner = nullptr;
     qint32 index = 0;     // place in the owner's list of blocks
