@@ -7,18 +7,6 @@
 
 namespace {
 
-// The node after `node` in a pre-order walk that never leaves the subtree of `top`.
-lsNode *nextInSubtree(const lsNode *node, const lsNode *top) {
-    if (node->Child())
-        return node->Child().get();
-    while (node && node != top) {
-        if (node->NextSibling())
-            return node->NextSibling().get();
-        node = node->Parent().get();
-    }
-    return nullptr;
-}
-
 // The node after `node`'s subtree in a pre-order walk that never leaves the subtree of `top`.
 lsNode *nextPastSubtree(const lsNode *node, const lsNode *top) {
     while (node && node != top) {
@@ -27,6 +15,11 @@ lsNode *nextPastSubtree(const lsNode *node, const lsNode *top) {
         node = node->Parent().get();
     }
     return nullptr;
+}
+
+// The node after `node` in a pre-order walk that never leaves the subtree of `top`.
+lsNode *nextInSubtree(const lsNode *node, const lsNode *top) {
+    return node->Child() ? node->Child().get() : nextPastSubtree(node, top);
 }
 
 // The last row of `node`'s subtree in pre-order.

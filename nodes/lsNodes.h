@@ -77,7 +77,8 @@ public:
     // The texts from the top-level ancestor down to `Node`, joined by backslashes.
     QString FindPath(const lsNodePtr &Node) const;
     // Recomputes `Visible` from `Node` to the end of the tree, visiting only `Node`'s subtree and
-    // the rows that may disagree with their parent; always returns false.
+    // the rows that may disagree with their parent (the subtree when `Visible` is next read);
+    // always returns false.
     bool SetVisibility(const lsNodePtr &Node);
 
     // Selects row `RowID` and its cell `ColID` among the visible rows (clearing the others'
