@@ -42,6 +42,9 @@ void NodeOrder::store(const lsNodePtr &row, const QString &key) {
             m_positions.push_back(row);
     }
     if (!key.isEmpty()) {
+        // Keys are compared as text; a number is kept as its text so it need not be made again.
+        if (row->Key().typeId() != QMetaType::QString)
+            row->pinKey();
         row->m_keyed = true;
         m_keys.insert(row.get());
     }

@@ -106,13 +106,19 @@ lsNode::Rare &lsNode::rare() {
 
 void lsNode::setKey(const QVariant &v) {
     // The collection keeps finding the row under the key it was stored with.
-    if (m_keyed && !m_keyPinned) {
-        rare().storedKey = variantText(m_Key);
-        m_keyPinned = true;
-    }
+    if (m_keyed)
+        pinKey();
     m_Key = v;
 }
 
-QString lsNode::storedKey() const {
-    return m_keyPinned ? m_rare->storedKey : variantText(m_Key);
+void lsNode::pinKey() {
+    if (!m_keyPinned) {
+        rare().storedKey = variantText(m_Key);
+        m_keyPinned = true;
+    }
+}
+
+const QString &lsNode::storedKey() const {
+    // A key that is not text is pinned as text when stored (see NodeOrder::store).
+    return m_keyPinned ? m_rare->storedKey : *static_cast<const QString *>(m_Key.constData());
 }

@@ -115,7 +115,9 @@ private:
     };
     Rare &rare();
     // The key text the collection stored the row under.
-    QString storedKey() const;
+    const QString &storedKey() const;
+    // Keeps the current key's text as the stored key, whatever `Key` becomes later.
+    void pinKey();
     std::unique_ptr<Rare> m_rare;
     // The block of the collection's row sequence that holds the row; null outside one.
     RowBlock *m_block = nullptr;
