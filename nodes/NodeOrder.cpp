@@ -42,6 +42,9 @@ void NodeOrder::store(const lsNodePtr &row, const QString &key) {
             m_positions.push_back(row);
     }
     if (!key.isEmpty()) {
+        // Keys are compared as text; a number is kept as its text so it need not be made again.
+        if (row->Key().typeId() != QMetaType::QString)
+            row->pinKey();
         row->m_keyed = true;
         m_keys.insert(row.get());
     }
@@ -97,6 +100,7 @@ void NodeOrder::clear() {
 }
 
 qint32 NodeOrder::visibleUpTo(qint32 position) const {
+    m_tree.resolvePending();
     if (!m_apart)
         return m_tree.visibleUpTo(position);
     qint32 visible = 0;
@@ -106,6 +110,7 @@ qint32 NodeOrder::visibleUpTo(qint32 position) const {
 }
 
 lsNodePtr NodeOrder::visibleRow(qint32 k) const {
+    m_tree.resolvePending();
     if (!m_apart) {
         const lsNode *row = m_tree.visibleRow(k);
         return row ? RowSequence::slotOf(row) : nullptr;

@@ -99,6 +99,8 @@ const lsNodePtr *RowSequence::slotAt(qint32 rank) const {
 }
 
 void RowSequence::insertAfter(const lsNode *previous, lsNodePtr row) {
+    // Deferred recomputations were recorded against the rows as they were.
+    resolvePending();
     if (!previous) {
         insertAt(m_blocks.empty() ? newBlockAt(0) : m_blocks.front().get(), 0, std::move(row));
         return;
@@ -142,6 +144,7 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
     row->m_block = block;
     block->visible += row->m_Visible;
     block->unsettled += row->m_unsettled;
+    m_unsettledTotal += row->m_unsettled;
     m_visibleTotal += row->m_Visible;
     block->rows[offset] = std::move(row);
     ++block->size;
@@ -168,6 +171,7 @@ void RowSequence::forgetIndexPut(lsNode *row) {
 void RowSequence::removeRun(qint32 first, qint32 count) {
     if (count <= 0 || first < 1 || first + count - 1 > m_size)
         return;
+    resolvePending();
     const Place place = placeOf(first);
     const qint32 junction = place.block->index;
     qint32 blockIndex = junction, offset = place.offset, rank = first;
@@ -183,6 +187,7 @@ void RowSequence::removeRun(qint32 first, qint32 count) {
             block->visible -= row->m_Visible;
             m_visibleTotal -= row->m_Visible;
             block->unsettled -= row->m_unsettled;
+            m_unsettledTotal -= row->m_unsettled;
             leave(row, rank++);
             released.push_back(std::move(block->rows[i]));
         }
@@ -219,6 +224,7 @@ void RowSequence::mergeWithNext(RowBlock *block) {
 }
 
 void RowSequence::clear() {
+    resolvePending();
     std::vector<lsNodePtr> released;
     released.reserve(size_t(m_size));
     qint32 rank = 1;
@@ -232,6 +238,7 @@ void RowSequence::clear() {
     blocksChanged(0);
     m_size = 0;
     m_visibleTotal = 0;
+    m_unsettledTotal = 0;
     m_indexPuts.clear();
 }
 
@@ -273,23 +280,29 @@ lsNode *RowSequence::visibleRow(qint32 k) const {
 }
 
 void RowSequence::unsettle(lsNode *row) {
+    if (!row->m_block)
+        return;
     if (!row->m_unsettled) {
         row->m_unsettled = true;
         ++row->m_block->unsettled;
+        ++row->m_block->owner->m_unsettledTotal;
     }
 }
 
 void RowSequence::settle(lsNode *row) {
+    if (!row->m_block)
+        return;
     if (row->m_unsettled) {
         row->m_unsettled = false;
         --row->m_block->unsettled;
+        --row->m_block->owner->m_unsettledTotal;
     }
 }
 
 lsNode *RowSequence::firstUnsettledFrom(qint32 from) const {
     if (from < 1)
         from = 1;
-    if (from > m_size)
+    if (from > m_size || m_unsettledTotal == 0)
         return nullptr;
     const Place place = placeOf(from);
     for (size_t b = size_t(place.block->index); b < m_blocks.size(); ++b) {
@@ -328,7 +341,7 @@ void RowSequence::renumber() {
 
 void RowSequence::check() const {
 #ifndef NDEBUG
-    qint32 rows = 0, visible = 0;
+    qint32 rows = 0, visible = 0, unsettled = 0;
     for (size_t b = 0; b < m_blocks.size(); ++b) {
         const RowBlock *block = m_blocks[b].get();
         assert(block->owner == this && block->index == qint32(b));
@@ -349,9 +362,54 @@ void RowSequence::check() const {
             assert(m_visibleStarts[b] == visible);
         rows += block->size;
         visible += blockVisible;
+        unsettled += blockUnsettled;
     }
-    assert(rows == m_size && visible == m_visibleTotal);
+    assert(rows == m_size && visible == m_visibleTotal && unsettled == m_unsettledTotal);
+    for (const auto &[row, serial] : m_pending)
+        assert(contains(row) && (row->m_pendingSerial == serial || row->m_pendingSerial > serial));
     for (const lsNode *row : m_indexPuts)
         assert(row->m_indexPut && contains(row));
 #endif
+}
+
+void RowSequence::deferRecompute(lsNode *top) {
+    // A later recomputation of the same row supersedes an earlier one: the earlier entry is
+    // skipped when the serials no longer match.
+    top->m_pendingSerial = ++m_serial;
+    m_pending.emplace_back(top, m_serial);
+}
+
+void RowSequence::resolve() const {
+    // Taken out first: the recomputation reads visibility, which must not resolve again.
+    const std::vector<std::pair<lsNode *, quint32>> pending = std::move(m_pending);
+    m_pending.clear();
+    for (const auto &[row, serial] : pending) {
+        if (row->m_pendingSerial != serial)
+            continue;
+        row->m_pendingSerial = 0;
+        recompute(row);
+    }
+}
+
+qint32 RowSequence::recompute(lsNode *top) {
+    const lsNodePtr parent = top->Parent();
+    top->putVisible(!parent || (parent->m_Visible && parent->m_Expanded));
+    // Each child takes its parent's final value, so the order within the subtree is free: a
+    // stack keeps deep chains from recursing.
+    settle(top);
+    qint32 rows = 1;
+    std::vector<lsNode *> pending{top};
+    while (!pending.empty()) {
+        lsNode *up = pending.back();
+        pending.pop_back();
+        const bool shown = up->m_Visible && up->m_Expanded;
+        for (lsNode *child = up->Child().get(); child; child = child->NextSibling().get()) {
+            child->putVisible(shown);
+            settle(child);
+            ++rows;
+            if (child->Child())
+                pending.push_back(child);
+        }
+    }
+    return rows;
 }

@@ -11,7 +11,8 @@
 //   - a block's `visible` and `unsettled` equal the rows in it whose `Visible` is set and that
 //     are marked unsettled; the sequence's totals are the sums over its blocks;
 //   - the block starts below the valid marks equal the sums of the earlier blocks' counts;
-//   - a row whose `Index` a host put is listed in the put list and nowhere else is marked so.
+//   - a row whose `Index` a host put is listed in the put list and nowhere else is marked so;
+//   - every deferred recomputation names a held row; only its latest one is carried out.
 //
 // Costs with B = kCapacity and n rows: rank of a row O(B) plus the stale starts before it; row at
 // a rank O(log(n/B)) once starts are current (O(1) when it lies in the block of the last lookup);
@@ -28,7 +29,7 @@ class RowSequence;
 // A run of consecutive rows with the counts that let positions and visible rows be found without
 // visiting every row.
 struct RowBlock {
-    static constexpr qint32 kCapacity = 64;
+    static constexpr qint32 kCapacity = 32;
 
     RowSequence *owner = nullptr;
     qint32 index = 0;     // place in the owner's list of blocks
@@ -82,6 +83,20 @@ public:
     // The k-th `Visible` row in rank order, or null when there are fewer.
     lsNode *visibleRow(qint32 k) const;
 
+    // Recomputes `Visible` of `top` from its parent, then of its subtree from the top down
+    // (settling every row it sets); returns the number of rows set.
+    static qint32 recompute(lsNode *top);
+    // Records that `top` and its subtree are to be recomputed, which is done the next time any
+    // held row's visibility is read or the sequence changes (see lsNodes::SetVisibility).
+    void deferRecompute(lsNode *top);
+    // Carries out the recomputations recorded so far, oldest first.
+    void resolvePending() const {
+        if (!m_pending.empty())
+            resolve();
+    }
+    // Number of rows marked unsettled.
+    qint32 unsettledCount() const { return m_unsettledTotal; }
+
     // Marks a held row as possibly disagreeing with its parent's visibility (with its subtree).
     static void unsettle(lsNode *row);
     // Drops that mark.
@@ -116,6 +131,7 @@ private:
     void mergeWithNext(RowBlock *block);
     void leave(lsNode *row, qint32 rank);
     void forgetIndexPut(lsNode *row);
+    void resolve() const;
 
     std::vector<std::unique_ptr<RowBlock>> m_blocks;
     // m_starts[i] / m_visibleStarts[i]: rows / Visible rows in the blocks before block i, for
@@ -128,5 +144,9 @@ private:
     mutable qint32 m_finger = 0;
     qint32 m_size = 0;
     qint32 m_visibleTotal = 0;
+    qint32 m_unsettledTotal = 0;
     std::vector<lsNode *> m_indexPuts;
+    // Deferred recomputations: the row and the serial it had when recorded.
+    mutable std::vector<std::pair<lsNode *, quint32>> m_pending;
+    quint32 m_serial = 0;
 };

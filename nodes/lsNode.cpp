@@ -42,8 +42,17 @@ void lsNode::clearLinks() {
     m_PrevSibling.reset();
 }
 
+bool lsNode::Visible() const {
+    if (m_block)
+        m_block->owner->resolvePending();
+    return m_Visible;
+}
+
 void lsNode::setVisible(bool v) {
     TreeEdits::note();
+    // A deferred recomputation must run against the values from before this put.
+    if (m_block)
+        m_block->owner->resolvePending();
     if (v == m_Visible)
         return;
     putVisible(v);
@@ -62,6 +71,8 @@ void lsNode::putVisible(bool v) {
 
 void lsNode::setExpanded(bool v) {
     TreeEdits::note();
+    if (m_block)
+        m_block->owner->resolvePending();
     if (v == m_Expanded)
         return;
     m_Expanded = v;
@@ -100,13 +111,19 @@ lsNode::Rare &lsNode::rare() {
 void lsNode::setKey(const QVariant &v) {
     TreeEdits::note();
     // The collection keeps finding the row under the key it was stored with.
-    if (m_keyed && !m_keyPinned) {
-        rare().storedKey = variantText(m_Key);
-        m_keyPinned = true;
-    }
+    if (m_keyed)
+        pinKey();
     m_Key = v;
 }
 
-QString lsNode::storedKey() const {
-    return m_keyPinned ? m_rare->storedKey : variantText(m_Key);
+void lsNode::pinKey() {
+    if (!m_keyPinned) {
+        rare().storedKey = variantText(m_Key);
+        m_keyPinned = true;
+    }
+}
+
+const QString &lsNode::storedKey() const {
+    // A key that is not text is pinned as text when stored (see NodeOrder::store).
+    return m_keyPinned ? m_rare->storedKey : *static_cast<const QString *>(m_Key.constData());
 }

@@ -65,7 +65,7 @@ public:
     bool hasParent() const { return !m_Parent.expired(); }
 
     // The row may be shown: it is not hidden under a collapsed ancestor.
-    bool Visible() const { return m_Visible; }
+    bool Visible() const;
     void setVisible(bool v);
     // The row's own text.
     const QString &Text() const { return m_Text; }
@@ -159,12 +159,16 @@ private:
     };
     Rare &rare();
     // The key text the collection stored the row under.
-    QString storedKey() const;
+    const QString &storedKey() const;
+    // Keeps the current key's text as the stored key, whatever `Key` becomes later.
+    void pinKey();
     std::unique_ptr<Rare> m_rare;
     // The block of the collection's row sequence that holds the row; null outside one.
     RowBlock *m_block = nullptr;
     qint32 m_IdentLevel = 0;
     qint32 m_Index = 0;
+    // The serial of the row's latest deferred visibility recomputation; 0 for none.
+    quint32 m_pendingSerial = 0;
     bool m_Expanded : 1 = true;
     bool m_Selected : 1 = false;
     bool m_Visible : 1 = true;

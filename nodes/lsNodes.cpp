@@ -7,18 +7,6 @@
 
 namespace {
 
-// The node after `node` in a pre-order walk that never leaves the subtree of `top`.
-lsNode *nextInSubtree(const lsNode *node, const lsNode *top) {
-    if (node->Child())
-        return node->Child().get();
-    while (node && node != top) {
-        if (node->NextSibling())
-            return node->NextSibling().get();
-        node = node->Parent().get();
-    }
-    return nullptr;
-}
-
 // The node after `node`'s subtree in a pre-order walk that never leaves the subtree of `top`.
 lsNode *nextPastSubtree(const lsNode *node, const lsNode *top) {
     while (node && node != top) {
@@ -27,6 +15,11 @@ lsNode *nextPastSubtree(const lsNode *node, const lsNode *top) {
         node = node->Parent().get();
     }
     return nullptr;
+}
+
+// The node after `node` in a pre-order walk that never leaves the subtree of `top`.
+lsNode *nextInSubtree(const lsNode *node, const lsNode *top) {
+    return node->Child() ? node->Child().get() : nextPastSubtree(node, top);
 }
 
 // The last row of `node`'s subtree in pre-order.
@@ -81,6 +74,8 @@ lsNodePtr lsNodes::Add(const QVariant &Relative, qint32 &Relationship, const QVa
     if (!empty && (Relationship < lsFirst || Relationship > lsChild))
         throw TreeListError(TreeListError::InvalidArgument);
 
+    // Deferred visibility work ran against the tree as it was; a new row must not be part of it.
+    m_order.tree().resolvePending();
     auto node = std::make_shared<lsNode>();
     node->setKey(Key);
     node->setText(Text);
@@ -237,7 +232,10 @@ void lsNodes::setExpanded(const lsNodePtr &Node, bool value) {
     TreeEdits::note();
     if (!Node)
         return;
-    Node->setExpanded(value);
+    // Another collection's row: its own put-off work runs against the old value first.
+    if (Node->m_block && !m_order.tree().contains(Node.get()))
+        Node->m_block->owner->resolvePending();
+    Node->putExpanded(value);
     SetVisibility(Node);
 }
 
@@ -247,6 +245,8 @@ bool lsNodes::Expanded(const lsNodePtr &Node) const {
 
 bool lsNodes::Remove(const QVariant &IndexKey) {
     TreeEdits::note();
+    // Rows that leave keep the visibility they have now.
+    m_order.tree().resolvePending();
     ClearFlags();
     const lsNodePtr target = Item(IndexKey);
     if (!target)
@@ -348,6 +348,7 @@ void lsNodes::Clear() {
 }
 
 void lsNodes::releaseAll() {
+    m_order.tree().resolvePending();
     const std::vector<lsNodePtr> rows = reachableRows(m_root);
     m_order.clear();
     for (const lsNodePtr &row : rows)
@@ -390,21 +391,37 @@ bool lsNodes::SetVisibility(const lsNodePtr &Node) {
     TreeEdits::note();
     if (!Node)
         return false;
-    if (m_order.tree().contains(Node.get())) {
-        const lsNodePtr parent = Node->Parent();
-        Node->putVisible(!parent || (parent->Visible() && parent->Expanded()));
-        settleAfter(Node.get(), recomputeBelow(Node.get()));
-    } else {
+    RowSequence &tree = m_order.tree();
+    if (!tree.contains(Node.get())) {
         // A row of another collection or out of any: walk to the end of its tree as its links go.
         for (lsNode *node = Node.get(); node; node = NodeOrder::nextInPreOrder(node)) {
             const lsNodePtr parent = node->Parent();
             node->putVisible(!parent || (parent->Visible() && parent->Expanded()));
         }
+    } else if (Node->Child() && !unsettledFrom(Node.get())) {
+        // Every row after `Node` agrees with its parent, so the walk to the end would change the
+        // subtree only. That is done when a visibility is next read, so a batch of openings and
+        // closings without reads in between costs only what its last state needs.
+        tree.deferRecompute(Node.get());
+    } else {
+        tree.resolvePending();
+        settleAfter(Node.get(), RowSequence::recompute(Node.get()));
     }
     // The walk ran on the shared cursor and ended, so a walk in progress is gone.
     m_walkStart.reset();
     m_cursor.reset();
     return false;
+}
+
+bool lsNodes::unsettledFrom(const lsNode *node) const {
+    const RowSequence &tree = m_order.tree();
+    if (tree.unsettledCount() == 0)
+        return false;
+    for (lsNodePtr up = node->Parent(); up; up = up->Parent()) {
+        if (up->m_unsettled)
+            return true;
+    }
+    return tree.firstUnsettledFrom(RowSequence::rankOf(node)) != nullptr;
 }
 
 void lsNodes::settleAfter(const lsNode *node, qint32 subtreeRows) {
@@ -427,31 +444,8 @@ void lsNodes::settleAfter(const lsNode *node, qint32 subtreeRows) {
         }
     }
     while (lsNode *row = tree.firstUnsettledFrom(from)) {
-        const lsNodePtr parent = row->Parent();
-        row->putVisible(!parent || (parent->Visible() && parent->Expanded()));
-        from = RowSequence::rankOf(row) + recomputeBelow(row);
+        from = RowSequence::rankOf(row) + RowSequence::recompute(row);
     }
-}
-
-qint32 lsNodes::recomputeBelow(lsNode *top) {
-    // Each child takes its parent's final value, so the order within the subtree is free: a
-    // stack keeps deep chains from recursing.
-    RowSequence::settle(top);
-    qint32 rows = 1;
-    std::vector<lsNode *> pending{top};
-    while (!pending.empty()) {
-        lsNode *parent = pending.back();
-        pending.pop_back();
-        const bool shown = parent->Visible() && parent->Expanded();
-        for (lsNode *child = parent->Child().get(); child; child = child->NextSibling().get()) {
-            child->putVisible(shown);
-            RowSequence::settle(child);
-            ++rows;
-            if (child->Child())
-                pending.push_back(child);
-        }
-    }
-    return rows;
 }
 
 qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {

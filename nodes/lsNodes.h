@@ -78,7 +78,8 @@ public:
     // The texts from the top-level ancestor down to `Node`, joined by backslashes.
     QString FindPath(const lsNodePtr &Node) const;
     // Recomputes `Visible` from `Node` to the end of the tree, visiting only `Node`'s subtree and
-    // the rows that may disagree with their parent; always returns false.
+    // the rows that may disagree with their parent (the subtree when `Visible` is next read);
+    // always returns false.
     bool SetVisibility(const lsNodePtr &Node);
 
     // Selects row `RowID` and its cell `ColID` among the visible rows (clearing the others'
@@ -121,7 +122,7 @@ private:
     void unlink(lsNode *node);
     void releaseAll();
     void settleAfter(const lsNode *node, qint32 subtreeRows);
-    static qint32 recomputeBelow(lsNode *top);
+    bool unsettledFrom(const lsNode *node) const;
 
     lsNodePtr m_selectedRow;
     lsCellPtr m_selectedCell;

@@ -4,6 +4,7 @@
 #include "ErrorOf.h"
 #include "lsNodes.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -153,6 +154,34 @@ TEST(NodesWalk, NextPreviousSiblingsAndPaths) {
     EXPECT_FALSE(nodes.GetLastSibling(nodes.Item("B")));
     EXPECT_EQ(nodes.FindPath(nodes.Item("A1a")), "A\\A1\\A1a");
     EXPECT_EQ(nodes.FindPath(nullptr), "");
+}
+
+// Openings and closings are recomputed when a visibility is next read; a host's puts, adds and
+// removals in between must find and leave the values each call would have left at once.
+TEST(NodesExpand, PutOffRecomputationKeepsTheOrderOfEvents) {
+    // What happens after opening c and then N, then every row's Visible (g last, also once
+    // removed).
+    const std::tuple<std::function<void(lsNodes &)>, QString, bool> cases[] = {
+        {[](lsNodes &n) { n.Item("c")->setExpanded(false); }, "1 1 1 1", true},
+        {[](lsNodes &n) { n.Item("c")->setVisible(false); }, "1 0 1 1", true},
+        {[](lsNodes &n) { n.Remove("g"); }, "1 1 1", true},
+        {[](lsNodes &n) { n.Add("c", lsChild, "h"); }, "1 1 1 1 1", true},
+        {[](lsNodes &n) { n.setExpanded(n.Item("N"), false); }, "1 0 0 1", false},
+    };
+    for (const auto &[between, visible, gVisible] : cases) {
+        SCOPED_TRACE(visible.toStdString());
+        lsNodes nodes;
+        build(nodes, {"N", "N/c", "c/g", "S"});
+        const lsNodePtr g = nodes.Item("g");
+        nodes.setExpanded(nodes.Item("c"), true);
+        nodes.setExpanded(nodes.Item("N"), true);
+        between(nodes);
+        QStringList out;
+        for (const lsNodePtr &row : nodes)
+            out << QString::number(row->Visible());
+        EXPECT_EQ(out.join(' '), visible);
+        EXPECT_EQ(g->Visible(), gVisible);
+    }
 }
 
 TEST(NodesSelect, VisibleRowsOnly) {
