@@ -12,7 +12,7 @@
 #include <QStyle>
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <optional>
 
 namespace {
 
@@ -21,9 +21,9 @@ float secondsSinceMidnight() {
     // zone's files, too slow for a timer read around every repaint: it is looked up again only
     // once a minute.
     static qint64 offsetMs = 0;
-    static qint64 offsetAt = std::numeric_limits<qint64>::min();
+    static std::optional<qint64> offsetAt;
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    if (now - offsetAt > 60000 || now < offsetAt) {
+    if (!offsetAt || now - *offsetAt > 60000 || now < *offsetAt) {
         offsetMs = qint64(QDateTime::currentDateTime().offsetFromUtc()) * 1000;
         offsetAt = now;
     }
