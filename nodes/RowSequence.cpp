@@ -8,9 +8,16 @@ RowSequence::~RowSequence() {
 }
 
 qint32 RowSequence::offsetOf(const RowBlock *block, const lsNode *row) {
-    for (qint32 i = 0; i < block->size; ++i) {
-        if (block->rows[i].get() == row)
-            return i;
+    // Rows move only a little within their block between lookups, so the search starts where
+    // the row was last found and widens from there.
+    const qint32 hint = std::min<qint32>(row->m_offsetHint, block->size - 1);
+    for (qint32 d = 0; d < block->size; ++d) {
+        for (const qint32 i : {hint + d, hint - d - 1}) {
+            if (i >= 0 && i < block->size && block->rows[i].get() == row) {
+                row->m_offsetHint = quint8(i);
+                return i;
+            }
+        }
     }
     assert(false && "row not in its block");
     return 0;
@@ -29,14 +36,29 @@ void RowSequence::ensureVisibleStarts(qint32 through) const {
     m_visibleValid = std::max(m_visibleValid, through + 1);
 }
 
+qint32 RowSequence::indexOf(const RowBlock *block) const {
+    if (block->index >= m_indexValid) {
+        for (size_t i = size_t(m_indexValid); i < m_blocks.size(); ++i)
+            m_blocks[i]->index = qint32(i);
+        m_indexValid = qint32(m_blocks.size());
+    }
+    return block->index;
+}
+
 void RowSequence::sizeChanged(const RowBlock *block) {
-    m_startsValid = std::min(m_startsValid, block->index + 1);
-    m_visibleValid = std::min(m_visibleValid, block->index + 1);
+    // A block past the known places lies past every valid start as well, unless starts were
+    // summed further since: only then is its place looked up.
+    if (block->index < m_indexValid || std::max(m_startsValid, m_visibleValid) > m_indexValid) {
+        const qint32 i = indexOf(block);
+        m_startsValid = std::min(m_startsValid, i + 1);
+        m_visibleValid = std::min(m_visibleValid, i + 1);
+    }
 }
 
 void RowSequence::blocksChanged(qint32 from) {
-    for (size_t i = size_t(from); i < m_blocks.size(); ++i)
-        m_blocks[i]->index = qint32(i);
+    // Places are renumbered only when one is needed: a load that splits blocks in the middle
+    // would otherwise touch every later block each time.
+    m_indexValid = std::min(m_indexValid, from);
     m_starts.resize(m_blocks.size());
     m_visibleStarts.resize(m_blocks.size());
     m_startsValid = std::min(m_startsValid, from);
@@ -47,6 +69,7 @@ void RowSequence::blocksChanged(qint32 from) {
 RowBlock *RowSequence::newBlockAt(qint32 index) {
     auto block = std::make_unique<RowBlock>();
     block->owner = this;
+    block->index = index;
     RowBlock *raw = block.get();
     m_blocks.insert(m_blocks.begin() + index, std::move(block));
     blocksChanged(index);
@@ -82,8 +105,9 @@ RowSequence::Place RowSequence::placeOf(qint32 rank) const {
 qint32 RowSequence::rankOf(const lsNode *row) {
     const RowBlock *block = row->m_block;
     const RowSequence *self = block->owner;
-    self->ensureStarts(block->index);
-    return self->m_starts[size_t(block->index)] + offsetOf(block, row) + 1;
+    const qint32 b = self->indexOf(block);
+    self->ensureStarts(b);
+    return self->m_starts[size_t(b)] + offsetOf(block, row) + 1;
 }
 
 const lsNodePtr *RowSequence::slotAt(qint32 rank) const {
@@ -115,13 +139,12 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
         if (offset == cap) {
             // Appending past a full block: the next block's front, or a new block. Loads that
             // add row after row thus fill blocks completely.
-            const size_t next = size_t(block->index) + 1;
-            block = next < m_blocks.size() && m_blocks[next]->size < cap
-                        ? m_blocks[next].get()
-                        : newBlockAt(block->index + 1);
+            const size_t next = size_t(indexOf(block)) + 1;
+            block = next < m_blocks.size() && m_blocks[next]->size < cap ? m_blocks[next].get()
+                                                                         : newBlockAt(qint32(next));
             offset = 0;
         } else {
-            RowBlock *upper = newBlockAt(block->index + 1);
+            RowBlock *upper = newBlockAt(indexOf(block) + 1);
             for (qint32 i = cap / 2; i < cap; ++i) {
                 lsNodePtr &moved = block->rows[i];
                 moved->m_block = upper;
@@ -142,6 +165,7 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
     std::move_backward(block->rows + offset, block->rows + block->size,
                        block->rows + block->size + 1);
     row->m_block = block;
+    row->m_offsetHint = quint8(offset);
     block->visible += row->m_Visible;
     block->unsettled += row->m_unsettled;
     m_unsettledTotal += row->m_unsettled;
@@ -173,7 +197,7 @@ void RowSequence::removeRun(qint32 first, qint32 count) {
         return;
     resolvePending();
     const Place place = placeOf(first);
-    const qint32 junction = place.block->index;
+    const qint32 junction = indexOf(place.block);
     qint32 blockIndex = junction, offset = place.offset, rank = first;
     // The rows are let go of only at the end: one may be the last owner of others, and their
     // ends must not run while the blocks are half changed.
@@ -210,7 +234,7 @@ void RowSequence::removeRun(qint32 first, qint32 count) {
 }
 
 void RowSequence::mergeWithNext(RowBlock *block) {
-    const size_t next = size_t(block->index) + 1;
+    const size_t next = size_t(indexOf(block)) + 1;
     if (next >= m_blocks.size() || block->size + m_blocks[next]->size > RowBlock::kCapacity * 3 / 4)
         return;
     RowBlock *from = m_blocks[next].get();
@@ -248,8 +272,9 @@ qint32 RowSequence::visibleUpTo(qint32 rank) const {
     if (rank >= m_size)
         return m_visibleTotal;
     const Place place = placeOf(rank);
-    ensureVisibleStarts(place.block->index);
-    qint32 count = m_visibleStarts[size_t(place.block->index)];
+    const qint32 b = indexOf(place.block);
+    ensureVisibleStarts(b);
+    qint32 count = m_visibleStarts[size_t(b)];
     for (qint32 i = 0; i <= place.offset; ++i)
         count += place.block->rows[i]->m_Visible;
     return count;
@@ -305,7 +330,7 @@ lsNode *RowSequence::firstUnsettledFrom(qint32 from) const {
     if (from > m_size || m_unsettledTotal == 0)
         return nullptr;
     const Place place = placeOf(from);
-    for (size_t b = size_t(place.block->index); b < m_blocks.size(); ++b) {
+    for (size_t b = size_t(indexOf(place.block)); b < m_blocks.size(); ++b) {
         const RowBlock *block = m_blocks[b].get();
         if (block->unsettled == 0)
             continue;
@@ -323,7 +348,8 @@ void RowSequence::visibleChanged(lsNode *row, bool visible) {
     const qint32 delta = visible ? 1 : -1;
     block->visible += delta;
     self->m_visibleTotal += delta;
-    self->m_visibleValid = std::min(self->m_visibleValid, block->index + 1);
+    if (block->index < self->m_indexValid || self->m_visibleValid > self->m_indexValid)
+        self->m_visibleValid = std::min(self->m_visibleValid, self->indexOf(block) + 1);
 }
 
 void RowSequence::indexPut(lsNode *row) {
@@ -344,7 +370,7 @@ void RowSequence::check() const {
     qint32 rows = 0, visible = 0, unsettled = 0;
     for (size_t b = 0; b < m_blocks.size(); ++b) {
         const RowBlock *block = m_blocks[b].get();
-        assert(block->owner == this && block->index == qint32(b));
+        assert(block->owner == this && (qint32(b) >= m_indexValid || block->index == qint32(b)));
         assert(block->size >= 1 && block->size <= RowBlock::kCapacity);
         qint32 blockVisible = 0, blockUnsettled = 0;
         for (qint32 i = 0; i < block->size; ++i) {

@@ -6,8 +6,8 @@
 // changed block stale and the next query brings them up to date only as far as it needs.
 //
 // Invariants (check() asserts them in debug builds):
-//   - every block holds 1..kCapacity rows, knows its place in the list, and each of its rows
-//     points back to it;
+//   - every block holds 1..kCapacity rows and each of its rows points back to it; a block before
+//     the place mark knows its place in the list (later ones are renumbered when asked);
 //   - a block's `visible` and `unsettled` equal the rows in it whose `Visible` is set and that
 //     are marked unsettled; the sequence's totals are the sums over its blocks;
 //   - the block starts below the valid marks equal the sums of the earlier blocks' counts;
@@ -32,7 +32,7 @@ struct RowBlock {
     static constexpr qint32 kCapacity = 32;
 
     RowSequence *owner = nullptr;
-    qint32 index = 0;     // place in the owner's list of blocks
+    qint32 index = 0;     // place in the owner's list of blocks, once the owner has renumbered
     qint32 size = 0;      // rows held
     qint32 visible = 0;   // rows whose `Visible` is set
     qint32 unsettled = 0; // rows marked as possibly disagreeing with their parent's visibility
@@ -123,6 +123,7 @@ private:
     Place placeOf(qint32 rank) const;
     void ensureStarts(qint32 through) const;
     void ensureVisibleStarts(qint32 through) const;
+    qint32 indexOf(const RowBlock *block) const;
     void sizeChanged(const RowBlock *block);
     void blocksChanged(qint32 from);
     RowBlock *newBlockAt(qint32 index);
@@ -140,6 +141,8 @@ private:
     mutable std::vector<qint32> m_visibleStarts;
     mutable qint32 m_startsValid = 0;
     mutable qint32 m_visibleValid = 0;
+    // Blocks before this place know their place; later ones may have moved.
+    mutable qint32 m_indexValid = 0;
     // The block of the last lookup by rank: walking positions in order stays within it.
     mutable qint32 m_finger = 0;
     qint32 m_size = 0;

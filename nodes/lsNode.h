@@ -169,6 +169,8 @@ private:
     qint32 m_Index = 0;
     // The serial of the row's latest deferred visibility recomputation; 0 for none.
     quint32 m_pendingSerial = 0;
+    // Where in its block the row was last found.
+    mutable quint8 m_offsetHint = 0;
     bool m_Expanded : 1 = true;
     bool m_Selected : 1 = false;
     bool m_Visible : 1 = true;

@@ -29,13 +29,6 @@ const lsNode *lastInSubtree(const lsNode *node) {
     return node;
 }
 
-// The row right before a just linked row in pre-order (null when it is the first).
-const lsNode *previousInTree(const lsNode *node) {
-    if (const lsNodePtr prev = node->PrevSibling())
-        return lastInSubtree(prev.get());
-    return node->Parent().get();
-}
-
 // Every row reachable from `root` through its downward and rightward links, held so that
 // breaking links one row at a time frees nothing that is still to be visited.
 std::vector<lsNodePtr> reachableRows(const lsNodePtr &root) {
@@ -97,13 +90,13 @@ lsNodePtr lsNodes::Add(const QVariant &Relative, qint32 &Relationship, const QVa
         ++m_count;
         if (Relationship == lsFirst || Relationship == lsLast)
             Relationship = lsNext;
-        link(node, relative, Relationship);
-        m_order.link(previousInTree(node.get()), node);
+        m_order.link(link(node, relative, Relationship), node);
         if (const lsNodePtr parent = node->Parent()) {
             node->putVisible(parent->Expanded());
             // Under an open parent that is itself hidden the row is shown against the rule; the
-            // next recomputation that reaches it must put that right.
-            if (parent->Expanded() && !parent->Visible())
+            // next recomputation that reaches it must put that right. (Nothing is put off at
+            // this point, so the parent's own value is current.)
+            if (parent->Expanded() && !parent->m_Visible)
                 RowSequence::unsettle(node.get());
         }
     }
@@ -123,13 +116,13 @@ lsNodePtr lsNodes::Add(const QVariant &Relative, lsRelationshipConstants Relatio
     return Add(Relative, relationship, Key, Text, Image, SelectedSmage);
 }
 
-void lsNodes::link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship) {
-    const lsNodePtr prev = relative->PrevSibling();
-    const lsNodePtr next = relative->NextSibling();
-    const lsNodePtr lastChild = relative->LastChild();
-    const lsNodePtr parent = relative->Parent();
+const lsNode *lsNodes::link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship) {
+    // Each case reads only the links it changes: a neighbour's row that is not needed is not
+    // visited, which keeps loads that add under scattered parents from touching more memory.
     switch (relationship) {
-    case lsNext:
+    case lsNext: {
+        const lsNodePtr next = relative->NextSibling();
+        const lsNodePtr parent = relative->Parent();
         node->setPrevSibling(relative);
         node->setNextSibling(next);
         if (next)
@@ -141,8 +134,11 @@ void lsNodes::link(const lsNodePtr &node, const lsNodePtr &relative, qint32 rela
             m_lastTop = node;
         node->setIdentLevel(relative->IdentLevel());
         node->setParent(parent);
-        break;
-    case lsPrevious:
+        return lastInSubtree(relative.get());
+    }
+    case lsPrevious: {
+        const lsNodePtr prev = relative->PrevSibling();
+        const lsNodePtr parent = relative->Parent();
         node->setNextSibling(relative);
         node->setPrevSibling(prev);
         if (prev)
@@ -156,8 +152,11 @@ void lsNodes::link(const lsNodePtr &node, const lsNodePtr &relative, qint32 rela
         }
         node->setIdentLevel(relative->IdentLevel());
         node->setParent(parent);
-        break;
-    default: // lsChild
+        return prev ? lastInSubtree(prev.get()) : parent.get();
+    }
+    default: { // lsChild
+        const lsNodePtr lastChild = relative->LastChild();
+        const lsNode *previous = lastChild ? lastInSubtree(lastChild.get()) : relative.get();
         if (lastChild) {
             lastChild->setNextSibling(node);
             node->setPrevSibling(lastChild);
@@ -168,7 +167,8 @@ void lsNodes::link(const lsNodePtr &node, const lsNodePtr &relative, qint32 rela
         }
         node->setParent(relative);
         relative->setLastChild(node);
-        break;
+        return previous;
+    }
     }
 }
 

@@ -118,7 +118,8 @@ signals:
     void OnCollapse(const lsNodePtr &Node);
 
 private:
-    void link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship);
+    // Links `node` to `relative`; returns the row before it in pre-order (null: it is first).
+    const lsNode *link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship);
     void unlink(lsNode *node);
     void releaseAll();
     void settleAfter(const lsNode *node, qint32 subtreeRows);

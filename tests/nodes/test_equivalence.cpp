@@ -259,7 +259,7 @@ TEST(NodesEquivalence, RandomScriptsMatchThePlainImplementation) {
     // Small trees for many steps, and one of several blocks.
     for (unsigned seed = 1; seed <= 8; ++seed) {
         SCOPED_TRACE(::testing::Message() << "seed " << seed);
-        Script(seed, seed == 1 ? 400 : 100).run(2000);
+        Script(seed, seed == 1 ? 300 : 100).run(1500);
     }
 }
 
