@@ -27,7 +27,7 @@ qint32 lsNode::Width() {
     // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
     toInt16(count);
     for (qint32 j = 1; j <= count; ++j) {
-        sum += cells->at(j)->Width();
+        sum += cells->cell(j)->Width();
         if (sum > std::numeric_limits<qint32>::max() || sum < std::numeric_limits<qint32>::min())
             throw TreeListError(TreeListError::Overflow);
     }

@@ -180,8 +180,8 @@ void vkTreeList::layoutScrollBars() {
 }
 
 vkTreeList::BarStates vkTreeList::barStates() const {
-    return {m_scrY->minimum(), m_scrY->maximum(),         m_scrY->value(),
-            m_scrX->value(),   m_scrY->isVisibleTo(this), m_scrX->isVisibleTo(this)};
+    return {m_scrY->minimum(), m_scrY->maximum(),   m_scrY->value(),
+            m_scrX->value(),   !m_scrY->isHidden(), !m_scrX->isHidden()};
 }
 
 void vkTreeList::onVerticalScroll(int value) {
@@ -432,11 +432,16 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     if (previous && !row->NextSibling() &&
         (previous->Displayed() || previous->Index() < m_firstDisplayedRow))
         return false;
-    // The scroll bars take the new row in; when that moves the view, the frame is composed.
-    lineCapacity();
-    keepFirstRowReachable();
-    layoutScrollBars();
+    // Nothing else the frame was drawn from may have changed. Then only the count of displayed
+    // rows grows (when the view is full and the row comes after it, the lines that fit and the
+    // first row shown stay as they are) and the scroll bars take it in; should the horizontal
+    // bar come or go, the lines that fit change after all and the frame is composed.
     if (!(frameInputs() == *m_frameInputs))
+        return false;
+    const bool horizontalBar = !m_scrX->isHidden();
+    m_displayedRowCount = displayedRowCount();
+    layoutScrollBars();
+    if (m_scrX->isHidden() == horizontalBar)
         return false;
     m_frameEdits = TreeEdits::count();
     storeRedrawTime(start);
