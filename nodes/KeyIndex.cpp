@@ -29,45 +29,42 @@ quint32 KeyIndex::foldedHash(const QString &key) {
     return h;
 }
 
-lsNode *KeyIndex::erased() {
-    // The index's own address is never a row's.
-    static char marker;
-    return reinterpret_cast<lsNode *>(&marker);
+quint32 KeyIndex::tagOf(const QString &key) {
+    const quint32 h = foldedHash(key);
+    return h <= kErased ? h + 2 : h;
 }
 
-qint32 KeyIndex::slotFor(quint32 hash, qint32 probe) const {
+qint32 KeyIndex::slotFor(quint32 tag, qint32 probe) const {
     // The hash scaled to the table (any size, not only powers of two), then linear probing.
-    const qint64 capacity = qint64(m_rows.size());
-    const qint64 i = qint64((quint64(hash) * quint64(capacity)) >> 32) + probe;
+    const qint64 capacity = qint64(m_hashes.size());
+    const qint64 i = qint64((quint64(tag) * quint64(capacity)) >> 32) + probe;
     return qint32(i < capacity ? i : i - capacity);
 }
 
 lsNode *KeyIndex::find(const QString &key) const {
-    if (key.isEmpty() || m_rows.empty())
+    if (key.isEmpty() || m_hashes.empty())
         return nullptr;
-    const quint32 hash = foldedHash(key);
+    const quint32 tag = tagOf(key);
     for (qint32 probe = 0;; ++probe) {
-        const qint32 i = slotFor(hash, probe);
-        lsNode *row = m_rows[size_t(i)];
-        if (!row)
+        const size_t i = size_t(slotFor(tag, probe));
+        if (m_hashes[i] == kEmpty)
             return nullptr;
-        if (row != erased() && m_hashes[size_t(i)] == hash &&
-            QString::compare(row->storedKey(), key, Qt::CaseInsensitive) == 0)
-            return row;
+        if (m_hashes[i] == tag &&
+            QString::compare(m_rows[i]->storedKey(), key, Qt::CaseInsensitive) == 0)
+            return m_rows[i];
     }
 }
 
 void KeyIndex::insert(lsNode *row) {
-    if ((m_used + 1) * 5 > qint32(m_rows.size()) * 4)
+    if ((m_used + 1) * 5 > qint32(m_hashes.size()) * 4)
         grow();
-    const quint32 hash = foldedHash(row->storedKey());
+    const quint32 tag = tagOf(row->storedKey());
     for (qint32 probe = 0;; ++probe) {
-        const qint32 i = slotFor(hash, probe);
-        lsNode *&slot = m_rows[size_t(i)];
-        if (!slot || slot == erased()) {
-            m_used += !slot;
-            slot = row;
-            m_hashes[size_t(i)] = hash;
+        const size_t i = size_t(slotFor(tag, probe));
+        if (m_hashes[i] <= kErased) {
+            m_used += m_hashes[i] == kEmpty;
+            m_hashes[i] = tag;
+            m_rows[i] = row;
             ++m_size;
             return;
         }
@@ -75,23 +72,23 @@ void KeyIndex::insert(lsNode *row) {
 }
 
 void KeyIndex::erase(const lsNode *row) {
-    const quint32 hash = foldedHash(row->storedKey());
-    for (qint32 probe = 0; probe < qint32(m_rows.size()); ++probe) {
-        lsNode *&slot = m_rows[size_t(slotFor(hash, probe))];
-        if (slot == row) {
-            slot = erased();
+    const quint32 tag = tagOf(row->storedKey());
+    for (qint32 probe = 0; probe < qint32(m_hashes.size()); ++probe) {
+        const size_t i = size_t(slotFor(tag, probe));
+        if (m_hashes[i] == kEmpty)
+            break;
+        if (m_hashes[i] == tag && m_rows[i] == row) {
+            m_hashes[i] = kErased;
             --m_size;
             return;
         }
-        if (!slot)
-            break;
     }
     assert(false && "row not stored under its key");
 }
 
 void KeyIndex::clear() {
-    m_rows.clear();
     m_hashes.clear();
+    m_rows.clear();
     m_size = m_used = 0;
 }
 
@@ -99,19 +96,19 @@ void KeyIndex::grow() {
     // Twice the live rows: erased slots are dropped, and the table fills from half to four
     // fifths before it grows again.
     const size_t capacity = std::max<size_t>(16, size_t(m_size + 1) * 2);
+    std::vector<quint32> hashes(capacity, kEmpty);
     std::vector<lsNode *> rows(capacity, nullptr);
-    std::vector<quint32> hashes(capacity, 0);
-    std::swap(rows, m_rows);
     std::swap(hashes, m_hashes);
+    std::swap(rows, m_rows);
     m_used = m_size;
-    for (size_t i = 0; i < rows.size(); ++i) {
-        if (!rows[i] || rows[i] == erased())
+    for (size_t i = 0; i < hashes.size(); ++i) {
+        if (hashes[i] <= kErased)
             continue;
         for (qint32 probe = 0;; ++probe) {
-            const qint32 j = slotFor(hashes[i], probe);
-            if (!m_rows[size_t(j)]) {
-                m_rows[size_t(j)] = rows[i];
-                m_hashes[size_t(j)] = hashes[i];
+            const size_t j = size_t(slotFor(hashes[i], probe));
+            if (m_hashes[j] == kEmpty) {
+                m_hashes[j] = hashes[i];
+                m_rows[j] = rows[i];
                 break;
             }
         }

@@ -25,13 +25,15 @@ public:
     static quint32 foldedHash(const QString &key);
 
 private:
-    // Marks a slot whose row was erased, so probes for later rows go on past it.
-    static lsNode *erased();
-    qint32 slotFor(quint32 hash, qint32 probe) const;
+    // Hash slot states; stored hashes are moved clear of them.
+    static constexpr quint32 kEmpty = 0, kErased = 1;
+    static quint32 tagOf(const QString &key);
+    qint32 slotFor(quint32 tag, qint32 probe) const;
     void grow();
 
-    std::vector<lsNode *> m_rows; // null: never used; erased(): used, now free
+    // Probes read only the hashes; a row is read where its hash matches.
     std::vector<quint32> m_hashes;
+    std::vector<lsNode *> m_rows;
     qint32 m_size = 0;
     qint32 m_used = 0; // rows plus erased slots
 };

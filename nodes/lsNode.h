@@ -142,15 +142,6 @@ private:
     // How often `Displayed` was put True through setDisplayed, in any collection.
     static inline quint64 s_displayedPuts = 0;
 
-    QVariant m_Key;
-    QString m_Text;
-    std::weak_ptr<lsNode> m_Parent;
-    lsNodePtr m_Child;
-    lsNodePtr m_LastChild;
-    lsNodePtr m_NextSibling;
-    std::weak_ptr<lsNode> m_PrevSibling;
-    // Made on first use: rows that never show their cells do not pay for them.
-    lsCellsPtr m_Cells;
     // Rarely set values, kept out of line until one is.
     struct Rare {
         QString fullPath;
@@ -162,13 +153,13 @@ private:
     const QString &storedKey() const;
     // Keeps the current key's text as the stored key, whatever `Key` becomes later.
     void pinKey();
-    std::unique_ptr<Rare> m_rare;
+
+    // The fields that adding a row reads on its relative and on the relative's last child come
+    // first, so they share the first cache lines: loads that add under scattered parents wait
+    // for memory once per row rather than once per field.
     // The block of the collection's row sequence that holds the row; null outside one.
     RowBlock *m_block = nullptr;
     qint32 m_IdentLevel = 0;
-    qint32 m_Index = 0;
-    // The serial of the row's latest deferred visibility recomputation; 0 for none.
-    quint32 m_pendingSerial = 0;
     // Where in its block the row was last found.
     mutable quint8 m_offsetHint = 0;
     bool m_Expanded : 1 = true;
@@ -185,4 +176,17 @@ private:
     bool m_keyed : 1 = false;
     // Its stored key is the one kept in Rare, not `Key`.
     bool m_keyPinned : 1 = false;
+    std::weak_ptr<lsNode> m_Parent;
+    lsNodePtr m_LastChild;
+    lsNodePtr m_NextSibling;
+    QVariant m_Key;
+    lsNodePtr m_Child;
+    std::weak_ptr<lsNode> m_PrevSibling;
+    QString m_Text;
+    // Made on first use: rows that never show their cells do not pay for them.
+    lsCellsPtr m_Cells;
+    std::unique_ptr<Rare> m_rare;
+    qint32 m_Index = 0;
+    // The serial of the row's latest deferred visibility recomputation; 0 for none.
+    quint32 m_pendingSerial = 0;
 };
