@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -209,6 +210,29 @@ TEST(NodesSelect, VisibleRowsOnly) {
     nodes.ClearSelection();
     EXPECT_FALSE(nodes.SelectedRow() || nodes.SelectedCell());
     EXPECT_TRUE(a1->Selected());
+}
+
+TEST(NodesRemove, ClearEndsLikeRemovingTheFirstRowUntilNoneIsLeft) {
+    const auto grow = [](lsNodes &nodes, unsigned seed) {
+        std::mt19937 rng(seed);
+        std::vector<lsNodePtr> rows;
+        for (int i = 0; i < 300; ++i) {
+            const qint32 relative = 1 + static_cast<qint32>(rng() % (nodes.Count() + 1));
+            rows.push_back(nodes.Add(relative, lsRelationshipConstants(2 + rng() % 3),
+                                     QStringLiteral("k%1").arg(i)));
+        }
+        return rows;
+    };
+    lsNodes cleared, removed;
+    const std::vector<lsNodePtr> a = grow(cleared, 7), b = grow(removed, 7);
+    cleared.Clear();
+    while (removed.Count() > 0)
+        removed.Remove(1);
+    for (size_t i = 0; i < a.size(); ++i) {
+        EXPECT_EQ(a[i]->Index(), b[i]->Index()) << i;
+        EXPECT_TRUE(a[i]->Flag() && b[i]->Flag()) << i;
+        EXPECT_FALSE(a[i]->Parent() || a[i]->Child() || a[i]->NextSibling() || a[i]->PrevSibling());
+    }
 }
 
 } // namespace
