@@ -148,7 +148,7 @@ void vkTreeList::layoutScrollBars() {
         m_scrX->setValue(0);
     }
 
-    const QRect area = contentsRect();
+    const QRect &area = layout.area;
     const int right = area.right() + 1;
     const int bottom = area.bottom() + 1;
     switch ((vertical ? 1 : 0) + (horizontal ? 2 : 0)) {
