@@ -74,6 +74,9 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
         m_ownHost = std::make_unique<HostContainer>();
         m_host = m_ownHost.get();
     }
+    // The border is the control's own; a desktop has no safe area, and asking for one on every
+    // layout walks up to the window each time.
+    setAttribute(Qt::WA_ContentsMarginsRespectsSafeArea, false);
     m_picOut = new PictureBox(this);
     m_picOut->setFont(m_host->AmbientFont());
     // Made after the drawing child, the bars and the corner filler lie over its edges.

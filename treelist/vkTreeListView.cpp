@@ -417,7 +417,6 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     // changes nothing on screen unless it is shown itself, gives a shown parent its first child (a
     // box appears), or becomes the last sibling after one whose line ended on screen (or above it):
     // then lines that stopped there run on to the edge.
-    const float start = secondsSinceMidnight();
     if (row->Index() <= m_lastShownRow)
         return false;
     const bool viewFull = m_shownRows > 0 && Headers() + m_shownRows > m_visibleLineCount;
@@ -444,6 +443,8 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     if (m_scrX->isHidden() == horizontalBar)
         return false;
     m_frameEdits = TreeEdits::count();
-    storeRedrawTime(start);
+    // Nothing was drawn. The timer, single precision seconds since midnight, does not resolve
+    // the microsecond this took (late in the day not even milliseconds): it reads 0.
+    m_redrawTime = 0;
     return true;
 }
