@@ -42,8 +42,9 @@ public:
     OleColor ThreeDShadowColor() const { return m_shadowColor; }
 
     // Creates the surface of CtlWidth x CtlHeight filled with NewBackColor, sets the colours and
-    // the font. CtlHdc is the image `BlastToScreen` copies to (may be null). Sizes of 0 or less,
-    // or too large to allocate, give a surface that ignores drawing.
+    // the font (a raster of that size that nothing shares is reused). CtlHdc is the image
+    // `BlastToScreen` copies to (may be null). Sizes of 0 or less, or too large to allocate, give
+    // a surface that ignores drawing.
     void Initialize(QImage *CtlHdc, qint32 CtlWidth, qint32 CtlHeight, OleColor NewBackColor,
                     OleColor NewForeColor, StdFontPtr NewFont);
     // Fills the whole surface with NewBackColor; leaves the text colour at that colour too.
@@ -62,7 +63,8 @@ public:
     // Copies the surface from its origin to the target at (Left, Top); a width or height of -1
     // means the surface's and is written back. Only the part inside both images is copied.
     void BlastToScreen(qint32 &Left, qint32 &Top, qint32 &Width, qint32 &Height);
-    // Copies the whole surface to the target's origin.
+    // Copies the whole surface to the target's origin. A target of the same size then shares the
+    // surface's raster rather than a copy of it; whichever is drawn on next copies it first.
     void BlastToScreen();
     // Line from (X1, Y1) towards (X2, Y2). Solid lines stop one pixel short of the end. Dotted
     // vertical lines paint every other pixel in Color and the gaps in BackColor, possibly one
