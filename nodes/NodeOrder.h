@@ -17,6 +17,7 @@
 // order and every key maps to a row at some position.
 
 #include "KeyIndex.h"
+#include "PositionIterator.h"
 #include "RowSequence.h"
 
 #include <QString>
@@ -25,32 +26,10 @@
 
 class NodeOrder {
 public:
+    // The row at a 1-based position, which must be in range (for iteration).
+    const lsNodePtr &rowAt(qint32 position) const { return *slot(position); }
     // Iteration over the rows in position order.
-    class const_iterator {
-    public:
-        using difference_type = std::ptrdiff_t;
-        using value_type = lsNodePtr;
-        const_iterator() = default;
-        const_iterator(const NodeOrder *order, qint32 position)
-            : m_order(order), m_position(position) {}
-        const lsNodePtr &operator*() const { return *m_order->slot(m_position); }
-        const_iterator &operator++() {
-            ++m_position;
-            return *this;
-        }
-        const_iterator operator++(int) {
-            auto old = *this;
-            ++m_position;
-            return old;
-        }
-        bool operator==(const const_iterator &other) const {
-            return m_position == other.m_position;
-        }
-
-    private:
-        const NodeOrder *m_order = nullptr;
-        qint32 m_position = 1;
-    };
+    using const_iterator = PositionIterator<NodeOrder, lsNodePtr, &NodeOrder::rowAt>;
 
     // Puts a row linked into the tree into tree order, right after `previous` (null: first).
     void link(const lsNode *previous, const lsNodePtr &row) { m_tree.insertAfter(previous, row); }

@@ -8,6 +8,7 @@
 // keeps its slot while such a pointer may still reach it; otherwise the later cells move up.
 
 #include "IndexKey.h"
+#include "PositionIterator.h"
 #include "lsCell.h"
 
 #include <QHash>
@@ -45,31 +46,7 @@ public:
     void Remove(const QVariant &vntIndexKey);
 
     // For-each over the cells in position order.
-    class const_iterator {
-    public:
-        using difference_type = std::ptrdiff_t;
-        using value_type = lsCellPtr;
-        const_iterator() = default;
-        const_iterator(const lsCells *cells, qint32 position)
-            : m_cells(cells), m_position(position) {}
-        lsCellPtr operator*() const { return m_cells->at(m_position); }
-        const_iterator &operator++() {
-            ++m_position;
-            return *this;
-        }
-        const_iterator operator++(int) {
-            auto old = *this;
-            ++m_position;
-            return old;
-        }
-        bool operator==(const const_iterator &other) const {
-            return m_position == other.m_position;
-        }
-
-    private:
-        const lsCells *m_cells = nullptr;
-        qint32 m_position = 1;
-    };
+    using const_iterator = PositionIterator<lsCells, lsCellPtr, &lsCells::at>;
     const_iterator begin() const { return const_iterator(this, 1); }
     const_iterator end() const { return const_iterator(this, Count() + 1); }
 
