@@ -26,6 +26,26 @@ protected:
               << list->scrX()->isHidden() << list->LastPaintedRow();
         return state;
     }
+
+    // The rows a frame shows, by the plain rule walked over every row: the Visible rows from the
+    // first displayed one on, one per line below the header rows while lines remain.
+    QList<bool> plainDisplayed() const {
+        QList<bool> shown;
+        qint32 line = list->Headers();
+        for (const lsNodePtr &row : *list->rows()) {
+            const bool on = row->Visible() && row->Index() >= list->FirstDisplayedRow() &&
+                            line <= list->VisibleLineCount();
+            line += on ? 1 : 0;
+            shown << on;
+        }
+        return shown;
+    }
+    QList<bool> displayed() const {
+        QList<bool> shown;
+        for (const lsNodePtr &row : *list->rows())
+            shown << row->Displayed();
+        return shown;
+    }
 };
 
 TEST_F(TreeListRepaintTest, AddingBelowTheViewComposesOnlyWhenTheViewChanges) {
@@ -150,6 +170,7 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
         list->Refresh();
         ASSERT_EQ(shown, frame()) << "step " << step;
         ASSERT_EQ(state, layoutState()) << "step " << step;
+        ASSERT_EQ(displayed(), plainDisplayed()) << "step " << step;
     }
 }
 
