@@ -40,6 +40,12 @@ protected:
         }
         return shown;
     }
+    // Opens `parent` over `count` new children keyed prefix1, prefix2...
+    void branch(const char *parent, const char *prefix, int count) {
+        for (int i = 1; i <= count; ++i)
+            list->AddItem(parent, lsChild, QStringLiteral("%1%2").arg(prefix).arg(i), "Child");
+        list->Expand(parent);
+    }
     QList<bool> displayed() const {
         QList<bool> shown;
         for (const lsNodePtr &row : *list->rows())
@@ -74,27 +80,18 @@ TEST_F(TreeListRepaintTest, AddingBelowTheViewComposesOnlyWhenTheViewChanges) {
         {"the first child of a row on screen", [] {},
          [&] { list->AddItem("K5", lsChild, "C5", "Child"); }},
         {"a sibling after one on screen whose branch runs past the view",
-         [&] {
-             for (int i = 1; i <= 20; ++i)
-                 list->AddItem("K6", lsChild, QStringLiteral("D%1").arg(i), "Deep");
-             list->Expand("K6");
-         },
-         [&] { list->AddItem("K6", lsChild, "D21", "Deeper"); }},
+         [&] { branch("K6", "D", 20); }, [&] { list->AddItem("K6", lsChild, "D21", "Deeper"); }},
         {"a last child after a sibling on screen, whose branch runs past the view",
          [&] {
              list->scrY()->setValue(1);
              list->AddItem("K2", lsChild, "P1", "Parent");
-             for (int i = 1; i <= 30; ++i)
-                 list->AddItem("P1", lsChild, QStringLiteral("Q%1").arg(i), "Leaf");
-             list->Expand("P1");
+             branch("P1", "Q", 30);
              list->Expand("K2");
          },
          [&] { list->AddItem("K2", lsChild, "P2", "After the branch"); }},
         {"a last child after a sibling above the view, whose branch reaches into it",
          [&] {
-             for (int i = 1; i <= 30; ++i)
-                 list->AddItem("C1", lsChild, QStringLiteral("G%1").arg(i), "Grandchild");
-             list->Expand("C1");
+             branch("C1", "G", 30);
              list->Expand("K3");
              list->scrY()->setValue(list->rows()->VisibleRowsUpTo(list->Nodes("C1")->Index()) + 2);
              ASSERT_GT(list->FirstDisplayedRow(), list->Nodes("C1")->Index());
