@@ -217,27 +217,23 @@ TEST_F(PropertyBagTest, PutsNotifyWithTheBagKeyAndRepaintOnlyWhereTheyShould) {
 
     // BackColor does not repaint: the composed frame keeps the old background.
     list->setRowHeight(18);
-    const QRgb oldBack =
-        list->surface()->hDC()->pixel(list->picOut()->width() - 5, list->picOut()->height() - 5);
+    const auto corner = [&] { return frame().pixel(frame().width() - 5, frame().height() - 5); };
+    const QRgb oldBack = corner();
     list->setBackColor(0x000000FF);
-    EXPECT_EQ(
-        list->surface()->hDC()->pixel(list->picOut()->width() - 5, list->picOut()->height() - 5),
-        oldBack);
+    EXPECT_EQ(corner(), oldBack);
     list->Refresh();
-    EXPECT_EQ(
-        list->surface()->hDC()->pixel(list->picOut()->width() - 5, list->picOut()->height() - 5),
-        qRgb(255, 0, 0));
+    EXPECT_EQ(corner(), qRgb(255, 0, 0));
 
     // AutoRedraw off keeps the frame; turning it on repaints at once.
     keys.clear();
     list->setAutoRedraw(false);
     list->setListCell(lslcData, 1, 1, "Changed");
-    const QImage frozen = *list->surface()->hDC();
+    const QImage frozen = frame();
     list->setBackColor(0x0000FF00);
     list->Refresh();
-    EXPECT_EQ(*list->surface()->hDC(), frozen);
+    EXPECT_EQ(frame(), frozen);
     list->setAutoRedraw(true);
-    EXPECT_NE(*list->surface()->hDC(), frozen);
+    EXPECT_NE(frame(), frozen);
     EXPECT_EQ(keys, QStringList({"AutoRedraw", "BackColor", "AutoRedraw"}));
 }
 

@@ -15,8 +15,6 @@ namespace {
 
 class TreeListFaultsTest : public TreeListFixture {
 protected:
-    QImage frame() const { return *list->surface()->hDC(); }
-
     // The colour a cell shows away from its text: its right edge, half-way down.
     QRgb cellBackground(qint32 row, qint32 column) const {
         const lsCellPtr cell = list->Nodes(row)->Cells()->at(column);

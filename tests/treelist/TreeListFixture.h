@@ -30,6 +30,9 @@ protected:
                           QStringLiteral("K%1").arg(i), QStringLiteral("Row%1").arg(i));
     }
 
+    // The frame the control composed last.
+    QImage frame() const { return *list->surface()->hDC(); }
+
     std::unique_ptr<HostContainer> host;
     std::unique_ptr<vkTreeList> list;
 };

@@ -14,8 +14,6 @@ namespace {
 
 class TreeListFramesTest : public TreeListFixture {
 protected:
-    QImage frame() const { return *list->surface()->hDC(); }
-
     void setFocusFlag(bool focused) {
         QFocusEvent event(focused ? QEvent::FocusIn : QEvent::FocusOut);
         QApplication::sendEvent(list->picOut(), &event);

@@ -10,8 +10,6 @@ namespace {
 
 class TreeListRepaintTest : public TreeListFixture {
 protected:
-    QImage frame() const { return *list->surface()->hDC(); }
-
     // The observable state a frame leaves: every row's Displayed and the first cell's box of the
     // rows shown.
     QList<qint32> layoutState() const {

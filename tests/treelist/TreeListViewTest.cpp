@@ -135,11 +135,11 @@ TEST_F(TreeListViewTest, RedrawKeepsAnUnchangedFrameAndTimesItself) {
     list->setListCell(lslcData, 1, 1, "changed");
     list->setAutoRedraw(false);
     list->setListCell(lslcData, 2, 1, "invisible change");
-    const QImage before = *list->surface()->hDC();
+    const QImage before = frame();
     list->Refresh(true);
-    EXPECT_EQ(*list->surface()->hDC(), before) << "AutoRedraw off shows the old frame";
+    EXPECT_EQ(frame(), before) << "AutoRedraw off shows the old frame";
     list->setAutoRedraw(true);
-    EXPECT_NE(*list->surface()->hDC(), before);
+    EXPECT_NE(frame(), before);
     EXPECT_GE(list->ReDrawTime(), 0.0f);
     EXPECT_LT(list->ReDrawTime(), 5.0f);
 
