@@ -164,7 +164,7 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
     }
     std::move_backward(block->rows + offset, block->rows + block->size,
                        block->rows + block->size + 1);
-    row->m_block = block;
+    row->enterBlock(block);
     row->m_offsetHint = quint8(offset);
     block->visible += row->m_Visible;
     block->unsettled += row->m_unsettled;
@@ -177,19 +177,17 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
 }
 
 void RowSequence::leave(lsNode *row, qint32 rank) {
-    if (row->m_indexPut)
-        forgetIndexPut(row);
-    else
-        row->m_Index = rank;
+    qint32 index = rank;
+    if (row->m_indexPut) {
+        const auto put = m_indexPuts.find(row);
+        index = put->second;
+        m_indexPuts.erase(put);
+        row->m_indexPut = false;
+    }
     row->m_unsettled = false;
     row->m_keyed = false;
     row->m_keyPinned = false;
-    row->m_block = nullptr;
-}
-
-void RowSequence::forgetIndexPut(lsNode *row) {
-    row->m_indexPut = false;
-    std::erase(m_indexPuts, row);
+    row->leaveSequence(index);
 }
 
 void RowSequence::removeRun(qint32 first, qint32 count) {
@@ -305,7 +303,7 @@ lsNode *RowSequence::visibleRow(qint32 k) const {
 }
 
 void RowSequence::unsettle(lsNode *row) {
-    if (!row->m_block)
+    if (!row->m_inSequence)
         return;
     if (!row->m_unsettled) {
         row->m_unsettled = true;
@@ -315,7 +313,7 @@ void RowSequence::unsettle(lsNode *row) {
 }
 
 void RowSequence::settle(lsNode *row) {
-    if (!row->m_block)
+    if (!row->m_inSequence)
         return;
     if (row->m_unsettled) {
         row->m_unsettled = false;
@@ -352,15 +350,18 @@ void RowSequence::visibleChanged(lsNode *row, bool visible) {
         self->m_visibleValid = std::min(self->m_visibleValid, self->indexOf(block) + 1);
 }
 
-void RowSequence::indexPut(lsNode *row) {
-    if (!row->m_indexPut) {
-        row->m_indexPut = true;
-        row->m_block->owner->m_indexPuts.push_back(row);
-    }
+void RowSequence::indexPut(lsNode *row, qint32 index) {
+    row->m_indexPut = true;
+    row->m_block->owner->m_indexPuts[row] = index;
+}
+
+qint32 RowSequence::indexPutOn(const lsNode *row) {
+    const auto &puts = row->m_block->owner->m_indexPuts;
+    return puts.find(const_cast<lsNode *>(row))->second;
 }
 
 void RowSequence::renumber() {
-    for (lsNode *row : m_indexPuts)
+    for (const auto &[row, index] : m_indexPuts)
         row->m_indexPut = false;
     m_indexPuts.clear();
 }
@@ -375,9 +376,8 @@ void RowSequence::check() const {
         qint32 blockVisible = 0, blockUnsettled = 0;
         for (qint32 i = 0; i < block->size; ++i) {
             const lsNode *row = block->rows[i].get();
-            assert(row && row->m_block == block);
-            assert(!row->m_indexPut ||
-                   std::count(m_indexPuts.begin(), m_indexPuts.end(), row) == 1);
+            assert(row && row->block() == block);
+            assert(row->m_indexPut == m_indexPuts.contains(const_cast<lsNode *>(row)));
             blockVisible += row->m_Visible;
             blockUnsettled += row->m_unsettled;
         }
@@ -391,29 +391,34 @@ void RowSequence::check() const {
         unsettled += blockUnsettled;
     }
     assert(rows == m_size && visible == m_visibleTotal && unsettled == m_unsettledTotal);
-    for (const auto &[row, serial] : m_pending)
-        assert(contains(row) && (row->m_pendingSerial == serial || row->m_pendingSerial > serial));
-    for (const lsNode *row : m_indexPuts)
+    for (const lsNode *row : m_pending)
+        assert(contains(row) && !row->m_pendingSeen);
+    for (const auto &[row, index] : m_indexPuts)
         assert(row->m_indexPut && contains(row));
 #endif
 }
 
 void RowSequence::deferRecompute(lsNode *top) {
-    // A later recomputation of the same row supersedes an earlier one: the earlier entry is
-    // skipped when the serials no longer match.
-    top->m_pendingSerial = ++m_serial;
-    m_pending.emplace_back(top, m_serial);
+    m_pending.push_back(top);
 }
 
 void RowSequence::resolve() const {
     // Taken out first: the recomputation reads visibility, which must not resolve again.
-    const std::vector<std::pair<lsNode *, quint32>> pending = std::move(m_pending);
+    const std::vector<lsNode *> pending = std::move(m_pending);
     m_pending.clear();
-    for (const auto &[row, serial] : pending) {
-        if (row->m_pendingSerial != serial)
+    // A later recomputation of the same row supersedes an earlier one: walking from the newest,
+    // the first entry met for a row is the one carried out, in the order they were recorded.
+    std::vector<bool> latest(pending.size());
+    for (size_t i = pending.size(); i-- > 0;) {
+        lsNode *row = pending[i];
+        latest[i] = !row->m_pendingSeen;
+        row->m_pendingSeen = true;
+    }
+    for (size_t i = 0; i < pending.size(); ++i) {
+        if (!latest[i])
             continue;
-        row->m_pendingSerial = 0;
-        recompute(row);
+        pending[i]->m_pendingSeen = false;
+        recompute(pending[i]);
     }
 }
 

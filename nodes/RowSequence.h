@@ -22,6 +22,7 @@
 #include "lsNode.h"
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 class RowSequence;
@@ -53,7 +54,7 @@ public:
     qint32 visibleCount() const { return m_visibleTotal; }
     // True when the row is held by this sequence.
     bool contains(const lsNode *row) const {
-        return row && row->m_block && row->m_block->owner == this;
+        return row && row->block() && row->block()->owner == this;
     }
 
     // Puts a row right after `previous` (null: at the front).
@@ -107,7 +108,9 @@ public:
     // Keeps a block's visible count in step when a held row's `Visible` changes to `visible`.
     static void visibleChanged(lsNode *row, bool visible);
     // Lets a number a host put on a held row's `Index` stand until the next renumbering.
-    static void indexPut(lsNode *row);
+    static void indexPut(lsNode *row, qint32 index);
+    // The number a host put on a held row (which must have one).
+    static qint32 indexPutOn(const lsNode *row);
     // The renumbering: every held row reads its rank as `Index` again.
     void renumber();
 
@@ -131,7 +134,6 @@ private:
     void insertAt(RowBlock *block, qint32 offset, lsNodePtr row);
     void mergeWithNext(RowBlock *block);
     void leave(lsNode *row, qint32 rank);
-    void forgetIndexPut(lsNode *row);
     void resolve() const;
 
     std::vector<std::unique_ptr<RowBlock>> m_blocks;
@@ -148,8 +150,8 @@ private:
     qint32 m_size = 0;
     qint32 m_visibleTotal = 0;
     qint32 m_unsettledTotal = 0;
-    std::vector<lsNode *> m_indexPuts;
-    // Deferred recomputations: the row and the serial it had when recorded.
-    mutable std::vector<std::pair<lsNode *, quint32>> m_pending;
-    quint32 m_serial = 0;
+    // The numbers hosts put on held rows, by row.
+    std::unordered_map<lsNode *, qint32> m_indexPuts;
+    // Deferred recomputations, oldest first.
+    mutable std::vector<lsNode *> m_pending;
 };

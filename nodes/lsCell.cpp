@@ -8,8 +8,10 @@ const QVariant lsCell::kEmpty = emptyText();
 void lsCell::Class_Initialize() {
     TreeEdits::note();
     m_Title.clear();
-    m_Left = 0;
-    m_Width = 80;
+    m_left = 0;
+    m_width = 80;
+    m_leftWide = false;
+    m_widthWide = false;
     m_Color = 0;
     m_BackColor = 0xFFFFFF;
     m_Index = 1;

@@ -26,10 +26,14 @@ public:
         layoutFor(v != 0).height = v;
     }
     // Pixel x of the cell's left edge within its row.
-    qint32 Left() const { return m_Left; }
+    qint32 Left() const { return m_leftWide ? m_layout->left : m_left; }
     void setLeft(qint32 v) {
         TreeEdits::note();
-        m_Left = v;
+        m_leftWide = !fitsNarrow(v);
+        if (m_leftWide)
+            layoutFor(true).left = v;
+        else
+            m_left = qint16(v);
     }
     // Pixel y of the cell, set by layout.
     qint32 Top() const { return m_layout ? m_layout->top : 0; }
@@ -38,10 +42,14 @@ public:
         layoutFor(v != 0).top = v;
     }
     // Pixel width: the column width.
-    qint32 Width() const { return m_Width; }
+    qint32 Width() const { return m_widthWide ? m_layout->width : m_width; }
     void setWidth(qint32 v) {
         TreeEdits::note();
-        m_Width = v;
+        m_widthWide = !fitsNarrow(v);
+        if (m_widthWide)
+            layoutFor(true).width = v;
+        else
+            m_width = qint16(v);
     }
     // Whether the cell is shown.
     bool Visible() const { return m_Visible; }
@@ -139,21 +147,29 @@ private:
     struct Values {
         QVariant icon = kEmpty, key = kEmpty, tag = kEmpty;
     };
-    // Fields that most cells keep at their defaults, made on the first other value.
+    // Fields that most cells keep at their defaults, made on the first other value; also the
+    // left edge and width of a cell whose value does not fit in 16 bits.
     struct Layout {
         qint32 top = 0, height = 0, xoffset = 0, alignment = lsAlignLeftJustify, appearance = kFlat;
+        qint32 left = 0, width = 0;
         std::unique_ptr<Values> values;
     };
+    // Pixel edges and widths almost always fit in 16 bits; keeping them that narrow in the cell
+    // (with the rare wider value in the layout block) keeps a cell at 48 bytes.
+    static bool fitsNarrow(qint32 v) { return v >= -32768 && v <= 32767; }
     // The layout block to write to; a write of a default value into no block goes to a scratch.
     Layout &layoutFor(bool needed);
     Values &valuesFor(const QVariant &value);
 
     QString m_Title;
-    qint32 m_Left = 0;
-    qint32 m_Width = 80;
+    std::unique_ptr<Layout> m_layout;
     OleColor m_Color = 0;
     OleColor m_BackColor = 0xFFFFFF;
+    qint16 m_left = 0;
+    qint16 m_width = 80;
     qint16 m_Index = 1;
+    bool m_leftWide : 1 = false;
+    bool m_widthWide : 1 = false;
     bool m_Bold : 1 = false;
     bool m_Visible : 1 = true;
     bool m_Selected : 1 = false;
@@ -161,7 +177,8 @@ private:
     bool m_removed : 1 = false;
     // The slot of an `lsCells` holds this cell.
     bool m_inUse : 1 = false;
-    std::unique_ptr<Layout> m_layout;
+    // A shared pointer to the cell was handed out: a host may hold it, so the cell never moves.
+    bool m_handedOut : 1 = false;
 };
 
 using lsCellPtr = std::shared_ptr<lsCell>;

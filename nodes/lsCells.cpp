@@ -55,8 +55,9 @@ lsCell *lsCells::cellAt(qint32 position) const {
 }
 
 lsCellPtr lsCells::handle(lsCell *cell) const {
-    // Shares ownership of the collection; one not held by a shared pointer hands out plain
-    // pointers that live as long as it does.
+    // Shares ownership of the collection (or of the row it lies in); one not held by a shared
+    // pointer hands out plain pointers that live as long as it does.
+    cell->m_handedOut = true;
     return lsCellPtr(weak_from_this().lock(), cell);
 }
 
@@ -165,9 +166,17 @@ void lsCells::removeAt(qint32 position) {
     forgetKey(cell);
     if (m_extra)
         --m_extra->count;
-    // With no pointer out but the collection's own owner, no host can reach a cell: the later
-    // ones move up and the slot is free again. Otherwise the removed cell keeps its slot.
-    if (weak_from_this().use_count() == 1) {
+    // When no host can reach the cell or a later one, the later ones move up and the slot is free
+    // again; otherwise the removed cell keeps its slot. Either no pointer to any of them was ever
+    // handed out, or the collection's single owner is the caller (a host's cell pointer would be
+    // a second one: the cells share their owner's count).
+    bool reachable = weak_from_this().use_count() != 1;
+    if (reachable) {
+        reachable = false;
+        for (qint32 j = i; j < inUse; ++j)
+            reachable = reachable || slot(j)->m_handedOut;
+    }
+    if (!reachable) {
         for (qint32 j = i; j + 1 < inUse; ++j) {
             lsCell *from = slot(j + 1);
             if (m_extra) {

@@ -3,6 +3,9 @@
 // Links that point down or right (`Child`, `LastChild`, `NextSibling`) own their target; links
 // that point up or left (`Parent`, `PrevSibling`) are weak, so the tree never forms an ownership
 // cycle and a host may keep a node after it left its collection.
+//
+// A row made by its collection shares one allocation with its cells (see RowAllocation.h): a cell
+// or cell collection a host holds keeps that allocation alive, as a node pointer does.
 
 #include "TreeEdits.h"
 #include "lsCells.h"
@@ -24,12 +27,14 @@ public:
     lsNode &operator=(const lsNode &) = delete;
 
     // The row's cells; never null: a node whose cells were set to null gets a fresh collection.
-    const lsCellsPtr &Cells();
+    lsCellsPtr Cells();
+    // The row's cells without sharing ownership: valid while the row holds them (for the
+    // component's own short-lived reads and writes).
+    lsCells &borrowCells();
+    // The row's cells if it has made any, else null; looking does not make them.
+    const lsCells *cellsIfMade() const;
     // Replaces the row's cells (null is allowed; the next `Cells()` makes a new collection).
-    void setCells(lsCellsPtr cells) {
-        TreeEdits::note();
-        m_Cells = std::move(cells);
-    }
+    void setCells(lsCellsPtr cells);
 
     // Previous node under the same parent.
     lsNodePtr PrevSibling() const { return m_PrevSibling.lock(); }
@@ -80,7 +85,7 @@ public:
         m_Selected = v;
     }
     // Unique key within its collection (no value by default).
-    const QVariant &Key() const { return m_Key; }
+    QVariant Key() const;
     void setKey(const QVariant &v);
     // True exactly when `Child` refers to a node.
     bool HasChild() const { return m_Child != nullptr; }
@@ -134,6 +139,8 @@ private:
     friend class NodeOrder;
     friend class KeyIndex;
     friend class lsNodes;
+    friend struct RowAllocation;
+    friend class lsNodeRareTable;
 
     // Writes of the collection itself, which keeps visibility in step on its own.
     void putVisible(bool v);
@@ -142,26 +149,47 @@ private:
     // How often `Displayed` was put True through setDisplayed, in any collection.
     static inline quint64 s_displayedPuts = 0;
 
-    // Rarely set values, kept out of line until one is.
-    struct Rare {
-        QString fullPath;
-        // The key the collection stored the row under, once a host changed `Key` after that.
-        QString storedKey;
-    };
+    // Rarely set values, kept in a table beside the nodes until one is set (see lsNode.cpp).
+    struct Rare;
     Rare &rare();
+    const Rare *rareIfAny() const;
+
+    // The block of the collection's row sequence that holds the row, or null outside one.
+    RowBlock *block() const { return m_inSequence ? m_block : nullptr; }
+    // Enters a block of a row sequence / leaves the sequence keeping `index` as its number.
+    void enterBlock(RowBlock *block) {
+        m_block = block;
+        m_inSequence = true;
+    }
+    void leaveSequence(qint32 index) {
+        m_Index = index;
+        m_inSequence = false;
+    }
+
     // The key text the collection stored the row under.
     const QString &storedKey() const;
     // Keeps the current key's text as the stored key, whatever `Key` becomes later.
     void pinKey();
 
-    // The fields that adding a row reads on its relative and on the relative's last child come
-    // first, so they share the first cache lines: loads that add under scattered parents wait
-    // for memory once per row rather than once per field.
-    // The block of the collection's row sequence that holds the row; null outside one.
-    RowBlock *m_block = nullptr;
+    enum class KeyKind : quint8 { None, Text, Other };
+
+    // A row costs one allocation with its cells, and a table of 32767 rows lives in the caches
+    // only as long as the rows stay small: the fields are packed so that the node, its control
+    // block and four inline cells fit a 384-byte heap block. The fields that adding a row reads
+    // on its relative and on the relative's last child come first, so they share the first
+    // cache lines: loads that add under scattered parents wait for memory once per row rather
+    // than once per field.
+
+    // In a row sequence the block that holds the row; outside one the row's number (`Index`).
+    // A number a host puts on a held row is kept by the sequence until the next renumbering.
+    union {
+        RowBlock *m_block = nullptr;
+        qint32 m_Index;
+    };
     qint32 m_IdentLevel = 0;
     // Where in its block the row was last found.
     mutable quint8 m_offsetHint = 0;
+    bool m_inSequence : 1 = false;
     bool m_Expanded : 1 = true;
     bool m_Selected : 1 = false;
     bool m_Visible : 1 = true;
@@ -176,17 +204,21 @@ private:
     bool m_keyed : 1 = false;
     // Its stored key is the one kept in Rare, not `Key`.
     bool m_keyPinned : 1 = false;
+    // Marks the latest of a row's deferred visibility recomputations while they are resolved.
+    bool m_pendingSeen : 1 = false;
+    // The row's allocation carries a cell collection (see RowAllocation.h)...
+    bool m_ownsCells : 1 = false;
+    // ...and the row's cells are that one, not Rare's.
+    bool m_cellsEmbedded : 1 = false;
+    // The table beside the nodes holds a Rare for this node.
+    bool m_hasRare : 1 = false;
+    // A text key lives in m_keyText; any other key in Rare.
+    KeyKind m_keyKind : 2 = KeyKind::None;
     std::weak_ptr<lsNode> m_Parent;
     lsNodePtr m_LastChild;
     lsNodePtr m_NextSibling;
-    QVariant m_Key;
+    QString m_keyText;
     lsNodePtr m_Child;
     std::weak_ptr<lsNode> m_PrevSibling;
     QString m_Text;
-    // Made on first use: rows that never show their cells do not pay for them.
-    lsCellsPtr m_Cells;
-    std::unique_ptr<Rare> m_rare;
-    qint32 m_Index = 0;
-    // The serial of the row's latest deferred visibility recomputation; 0 for none.
-    quint32 m_pendingSerial = 0;
 };

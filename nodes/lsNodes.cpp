@@ -1,5 +1,6 @@
 #include "lsNodes.h"
 
+#include "RowAllocation.h"
 #include "RowSequence.h"
 #include "TreeListError.h"
 
@@ -69,7 +70,7 @@ lsNodePtr lsNodes::Add(const QVariant &Relative, qint32 &Relationship, const QVa
 
     // Deferred visibility work ran against the tree as it was; a new row must not be part of it.
     m_order.tree().resolvePending();
-    auto node = std::make_shared<lsNode>();
+    lsNodePtr node = std::make_shared<RowAllocation>();
     node->setKey(Key);
     node->setText(Text);
     node->setIndex(1);
@@ -233,8 +234,8 @@ void lsNodes::setExpanded(const lsNodePtr &Node, bool value) {
     if (!Node)
         return;
     // Another collection's row: its own put-off work runs against the old value first.
-    if (Node->m_block && !m_order.tree().contains(Node.get()))
-        Node->m_block->owner->resolvePending();
+    if (Node->block() && !m_order.tree().contains(Node.get()))
+        Node->block()->owner->resolvePending();
     Node->putExpanded(value);
     SetVisibility(Node);
 }
@@ -463,14 +464,14 @@ qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
             node->setSelected(false);
         }
         // A row that never made its cells has none: looking must not make them.
-        const lsCellsPtr &cells = node->m_Cells;
+        const lsCells *cells = node->cellsIfMade();
         // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
         const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
         for (qint32 j = 1; j <= cellCount; ++j) {
-            const lsCellPtr cell = cells->at(j);
+            lsCell *cell = cells->cell(j);
             if (isRow && j == ColID) {
                 cell->setSelected(true);
-                m_selectedCell = cell;
+                m_selectedCell = cells->at(j);
             } else if (!MultiSelect) {
                 cell->setSelected(false);
             }
@@ -504,7 +505,7 @@ void lsNodes::ClearDisplayed() {
     } else {
         // A row that has left the collection keeps its flag, as a walk of the rows would.
         for (const std::weak_ptr<lsNode> &weak : m_displayed)
-            if (const lsNodePtr node = weak.lock(); node && node->m_block)
+            if (const lsNodePtr node = weak.lock(); node && node->block())
                 node->m_Displayed = false;
     }
     m_displayed.clear();
