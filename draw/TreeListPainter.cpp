@@ -19,7 +19,7 @@ qint32 roundHalfEven(double v) {
 
 // The Top of a row's first cell: where layout put the row.
 qint32 rowTop(lsNode &row) {
-    const lsCellPtr first = row.Cells()->at(1);
+    const lsCell *first = row.borrowCells().cell(1);
     return first ? first->Top() : 0;
 }
 
@@ -44,13 +44,13 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
     for (lsNodePtr row; line <= m_ctx.visibleLineCount && (row = rows.VisibleRowAt(rank)); ++rank) {
         rows.markDisplayed(row);
         const qint32 top = line * m_ctx.rowHeight;
-        const lsCellsPtr &cells = row->Cells();
+        const lsCells &cells = row->borrowCells();
         // Cells are placed side by side from their widths, like header cells, so that a column
         // whose width changed after its rows were added stays under its header. A row wider than
         // 32 bits overflows, as its Width does.
         qint32 x = 0;
         for (qint32 c = 1; c <= m_ctx.columns; ++c) {
-            if (const lsCellPtr cell = cells->at(c)) {
+            if (lsCell *cell = cells.cell(c)) {
                 cell->setLeft(x);
                 x = toInt32(qint64(x) + cell->Width());
                 cell->setTop(top);
@@ -118,12 +118,12 @@ qint16 TreeListPainter::paintMode(const lsNodes &rows, const lsNode &row) const 
 void TreeListPainter::paintRow(OffScreenDC &dc, const lsNodes &rows, lsNode &row,
                                const lsIdent &ident) const {
     const qint16 mode = paintMode(rows, row);
-    const lsCellsPtr &cells = row.Cells();
+    const lsCells &cells = row.borrowCells();
     // The first column's text starts after the tree part.
-    if (const lsCellPtr first = cells->at(1))
+    if (lsCell *first = cells.cell(1))
         first->setXoffset(ident.TextX());
     for (qint32 c = 1; c <= m_ctx.columns; ++c)
-        if (const lsCellPtr cell = cells->at(c))
+        if (lsCell *cell = cells.cell(c))
             PaintCell(dc, *cell, mode);
     if (row.Displayed())
         drawTreeLine(dc, ident.NodeLineX1(), ident.NodeLineY(), ident.NodeLineX2(),
@@ -242,8 +242,7 @@ StdPicturePtr TreeListPainter::builtin(int number) const {
 }
 
 StdPicturePtr TreeListPainter::nodePicture(const lsNode &row) const {
-    const lsCellsPtr cells = const_cast<lsNode &>(row).Cells();
-    const lsCellPtr first = cells->at(1);
+    const lsCell *first = const_cast<lsNode &>(row).borrowCells().cell(1);
     const QVariant icon = first ? first->Icon() : emptyText();
     if (isEmptyText(icon)) {
         if (!row.HasChild())
@@ -276,10 +275,10 @@ void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
         headers.markDisplayed(row);
         const qint32 top = (row->Index() - 1) * m_ctx.rowHeight;
         qint32 x = 0;
-        const lsCellsPtr &cells = row->Cells();
+        const lsCells &cells = row->borrowCells();
         // Header cells are placed from their widths on every frame; a hidden one takes no room.
         for (qint32 c = 1; c <= m_ctx.columns; ++c) {
-            const lsCellPtr cell = cells->at(c);
+            lsCell *cell = cells.cell(c);
             if (!cell || !cell->Visible())
                 continue;
             cell->setLeft(x);
@@ -289,7 +288,7 @@ void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
             cell->setXoffset(0);
         }
         for (qint32 c = 1; c <= m_ctx.columns; ++c) {
-            const lsCellPtr cell = cells->at(c);
+            lsCell *cell = cells.cell(c);
             if (cell && cell->Visible())
                 PaintCell(dc, *cell, 0);
         }

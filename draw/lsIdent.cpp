@@ -32,7 +32,7 @@ void lsIdent::Refresh(const lsNodePtr &Row, qint32 RowHeight, const lsImageList 
     if (!Row)
         return;
     // A row without cells has top 0 and no icon.
-    const lsCellPtr first = Row->Cells()->at(1);
+    const lsCell *first = Row->borrowCells().cell(1);
     const qint32 Top = first ? first->Top() : 0;
     const QVariant Icon = first ? first->Icon() : QVariant();
 

@@ -38,7 +38,7 @@ lsCellPtr cellAt(const lsNodes &nodes, qint32 row, qint32 column) {
 
 // The same cell borrowed from its row, for reads and writes that end before the call returns.
 lsCell *borrowCell(const lsNodePtr &node, qint32 column) {
-    return node ? node->Cells()->cell(column) : nullptr;
+    return node ? node->borrowCells().cell(column) : nullptr;
 }
 
 } // namespace
@@ -74,12 +74,11 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, lsRelationshipConstants Rel
 
 void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
                                 OleColor foreColor, OleColor backColor, qint32 appearance) {
-    const lsCellsPtr &cells = node->Cells();
+    lsCells &cells = node->borrowCells();
     const lsNodePtr header = m_headers->at(1);
-    for (qint32 i = cells->Count() + 1; i <= m_columns; ++i) {
+    for (qint32 i = cells.Count() + 1; i <= m_columns; ++i) {
         const qint16 column = toInt16(i);
-        lsCell *cell =
-            cells->append(i == 1 ? Text : QString(), column, defaultCellWidth(header, i));
+        lsCell *cell = cells.append(i == 1 ? Text : QString(), column, defaultCellWidth(header, i));
         if (i == 1)
             cell->setIcon(Image);
         cell->setColor(foreColor);
@@ -364,9 +363,9 @@ void vkTreeList::setColumns(qint32 value) {
     } else if (value < m_columns) {
         const auto trim = [&](lsNodes &nodes) {
             for (const lsNodePtr &row : nodes) {
-                const lsCellsPtr &cells = row->Cells();
-                for (qint32 c = std::min(m_columns, cells->Count()); c > value; --c)
-                    cells->Remove(c);
+                lsCells &cells = row->borrowCells();
+                for (qint32 c = std::min(m_columns, cells.Count()); c > value; --c)
+                    cells.Remove(c);
             }
         };
         trim(*m_rows);

@@ -1,6 +1,6 @@
 // Cells, cell collections and single nodes.
 #include "ErrorOf.h"
-#include "lsNode.h"
+#include "lsNodes.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -71,60 +71,111 @@ TEST(Records, CellCollectionErrorsKeepTheData) {
     EXPECT_EQ(cells.Item("key")->Title(), "C");
 }
 
-// Cells live in slots of their collection: rows past the first slots, removals while a host
-// holds a cell (the cell keeps its slot) or not (later cells move up) and keys after such moves
+// Cells live in slots of their collection (a row's own collection shares the row's allocation):
+// rows past the first slots, removals while a host holds a cell or ever held one (the cell keeps
+// its slot) or not (later cells move up), keys after such moves, and edges and widths past 16 bits
 // must read as a plain list of separate cells would.
 TEST(Records, CellSlotsReadLikeAPlainList) {
-    std::mt19937 rng(5);
-    const auto pick = [&](int n) { return int(rng() % unsigned(n)); };
-    auto cells = std::make_shared<lsCells>();
-    std::vector<std::pair<QString, QString>> plain; // title, key
-    std::vector<std::pair<lsCellPtr, QString>> held;
-    for (int step = 0; step < 3000; ++step) {
-        SCOPED_TRACE(step);
-        const QString key = pick(3) ? QString() : QString("k%1").arg(pick(12));
-        const bool taken = !key.isEmpty() && std::any_of(plain.begin(), plain.end(), [&](auto &c) {
-            return c.second.compare(key, Qt::CaseInsensitive) == 0;
-        });
-        const int op = plain.size() > 20 ? 3 + pick(7) : pick(10);
-        if (op < 5) {
-            const QString title = QString::number(step);
-            const int error = errorOf([&] {
-                const lsCellPtr cell = cells->Add(title, 1, 10, pick(2) ? key : key.toUpper());
-                if (pick(3) == 0)
-                    held.emplace_back(cell, title);
-            });
-            EXPECT_EQ(error, taken ? 457 : 0);
-            if (!taken)
-                plain.emplace_back(title, key);
-        } else if (op < 8 && !plain.empty()) {
-            const int position = 1 + pick(int(plain.size()));
-            if (pick(2) || plain[size_t(position - 1)].second.isEmpty())
-                cells->Remove(position);
-            else
-                cells->Remove(plain[size_t(position - 1)].second);
-            plain.erase(plain.begin() + position - 1);
-        } else if (op == 8) {
-            held.clear();
-        } else if (pick(8) == 0) {
-            cells->Clear();
-            plain.clear();
-        }
-        ASSERT_EQ(cells->Count(), qint32(plain.size()));
-        for (size_t i = 0; i < plain.size(); ++i) {
-            ASSERT_EQ(cells->at(qint32(i + 1))->Title(), plain[i].first);
-            if (!plain[i].second.isEmpty()) {
-                ASSERT_EQ(cells->Item(plain[i].second)->Title(), plain[i].first);
+    struct Plain {
+        QString title, key;
+        qint32 left, width;
+    };
+    for (const bool ofRow : {false, true}) {
+        SCOPED_TRACE(ofRow ? "a row's cells" : "a collection of its own");
+        std::mt19937 rng(5);
+        const auto pick = [&](int n) { return int(rng() % unsigned(n)); };
+        auto rows = std::make_unique<lsNodes>();
+        lsNodePtr row = rows->Add(emptyText(), lsLast);
+        lsCellsPtr cells = ofRow ? row->Cells() : std::make_shared<lsCells>();
+        std::vector<Plain> plain;
+        std::vector<std::pair<lsCellPtr, QString>> held;
+        for (int step = 0; step < 3000; ++step) {
+            SCOPED_TRACE(step);
+            const QString key = pick(3) ? QString() : QString("k%1").arg(pick(12));
+            const bool taken =
+                !key.isEmpty() && std::any_of(plain.begin(), plain.end(), [&](auto &c) {
+                    return c.key.compare(key, Qt::CaseInsensitive) == 0;
+                });
+            const int op = plain.size() > 20 ? 3 + pick(7) : pick(10);
+            if (op < 5) {
+                const QString title = QString::number(step);
+                const qint32 width = pick(4) ? 10 + pick(200) : 20000 + pick(40000);
+                const qint32 left = plain.empty() ? 0 : plain.back().left + plain.back().width;
+                const int error = errorOf([&] {
+                    const QVariant k = pick(2) ? key : key.toUpper();
+                    if (pick(2)) {
+                        cells->append(title, 1, width, k);
+                    } else if (const lsCellPtr cell = cells->Add(title, 1, width, k);
+                               pick(3) == 0) {
+                        held.emplace_back(cell, title);
+                    }
+                });
+                EXPECT_EQ(error, taken ? 457 : 0);
+                if (!taken)
+                    plain.push_back({title, key, left, width});
+            } else if (op < 8 && !plain.empty()) {
+                const int position = 1 + pick(int(plain.size()));
+                if (pick(2) || plain[size_t(position - 1)].key.isEmpty())
+                    cells->Remove(position);
+                else
+                    cells->Remove(plain[size_t(position - 1)].key);
+                plain.erase(plain.begin() + position - 1);
+            } else if (op == 8) {
+                held.clear();
+            } else if (pick(8) == 0) {
+                cells->Clear();
+                plain.clear();
             }
+            ASSERT_EQ(cells->Count(), qint32(plain.size()));
+            for (size_t i = 0; i < plain.size(); ++i) {
+                const lsCell *cell = cells->cell(qint32(i + 1));
+                ASSERT_EQ(std::tuple(cell->Title(), cell->Left(), cell->Width()),
+                          std::tuple(plain[i].title, plain[i].left, plain[i].width));
+                if (!plain[i].key.isEmpty() && step % 50 == 0) {
+                    ASSERT_EQ(cells->Item(plain[i].key)->Title(), plain[i].title);
+                }
+            }
+            for (const auto &[cell, title] : held)
+                ASSERT_EQ(cell->Title(), title);
         }
+        // A held cell keeps its collection, and its values, after everything else let go: the
+        // row's cells outlive the row's removal and the end of its collection.
+        held.resize(std::min<size_t>(held.size(), 1));
+        held.emplace_back(cells->Add("last", 1), "last");
+        cells.reset();
+        rows->Remove(1);
+        row.reset();
+        rows.reset();
         for (const auto &[cell, title] : held)
-            ASSERT_EQ(cell->Title(), title);
+            EXPECT_EQ(cell->Title(), title);
     }
-    // A held cell keeps its collection, and its values, after everything else let go.
-    held.resize(std::min<size_t>(held.size(), 1));
-    cells.reset();
-    for (const auto &[cell, title] : held)
-        EXPECT_EQ(cell->Title(), title);
+}
+
+// A row's own cells handed back to it stay its own (holding them by pointer would make the row
+// own itself and never be freed: the sanitizer build checks), and other cells may take their place.
+TEST(Records, RowsTakeOtherCellsAndTheirOwnBack) {
+    lsNodes rows;
+    const lsNodePtr row = rows.Add(emptyText(), lsLast, "A");
+    const lsCellsPtr own = row->Cells();
+    own->Add("mine", 1);
+    const auto other = std::make_shared<lsCells>();
+    other->Add("other", 1);
+    row->setCells(other);
+    EXPECT_EQ(row->Cells()->at(1)->Title(), "other");
+    row->setCells(own);
+    EXPECT_EQ(row->Cells(), own);
+    EXPECT_EQ(row->borrowCells().cell(1)->Title(), "mine");
+    row->setCells(nullptr);
+    EXPECT_EQ(row->Cells()->Count(), 0);
+
+    // Keys of every type read back as they were put; a number still finds its row as text.
+    const QVariant keys[] = {QVariant(), QString(), QString(""), QString("Key"), 42, 2.5};
+    for (const QVariant &key : keys) {
+        row->setKey(key);
+        EXPECT_EQ(row->Key(), key) << key.typeName();
+        EXPECT_EQ(row->Key().typeId(), key.typeId());
+    }
+    EXPECT_EQ(rows.Item("a"), row);
 }
 
 TEST(Records, LongSiblingChainIsFreedWithoutDeepRecursion) {
