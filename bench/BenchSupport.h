@@ -11,6 +11,14 @@ inline size_t heapInUse() {
     return info.uordblks + info.hblkhd;
 }
 
+// Keeps freed heap memory in the process. Each case loads into a heap that earlier runs freed;
+// whether glibc hands that memory back to the system in between (and every page is faulted in
+// again) depends on the order of the last frees, not on the list under test. With no trimming
+// every run of every side loads into a warm heap.
+inline void keepHeapWarm() {
+    mallopt(M_TRIM_THRESHOLD, 1 << 30);
+}
+
 // Milliseconds taken by `work`.
 template <class Work> double timed(Work &&work) {
     const auto start = std::chrono::steady_clock::now();

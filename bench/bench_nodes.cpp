@@ -341,6 +341,7 @@ void printTable() {
 } // namespace
 
 int main(int argc, char **argv) {
+    keepHeapWarm();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     for (int rows : kSizes) {

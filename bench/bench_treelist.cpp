@@ -549,6 +549,7 @@ void printTables() {
 } // namespace
 
 int main(int argc, char **argv) {
+    keepHeapWarm();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     // The Qt views draw in the control's default font, DejaVu Sans 8 pt.

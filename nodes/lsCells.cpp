@@ -58,7 +58,13 @@ lsCellPtr lsCells::handle(lsCell *cell) const {
     // Shares ownership of the collection (or of the row it lies in); one not held by a shared
     // pointer hands out plain pointers that live as long as it does.
     cell->m_handedOut = true;
-    return lsCellPtr(weak_from_this().lock(), cell);
+    // shared_from_this takes the count once; going through weak_from_this would copy a weak
+    // pointer first, two more atomic operations on every cell handed out.
+    try {
+        return lsCellPtr(shared_from_this(), cell);
+    } catch (const std::bad_weak_ptr &) {
+        return lsCellPtr(lsCellsPtr(), cell);
+    }
 }
 
 lsCell *lsCells::find(const QString &key) const {
