@@ -13,10 +13,14 @@ inline size_t heapInUse() {
 
 // Keeps freed heap memory in the process. Each case loads into a heap that earlier runs freed;
 // whether glibc hands that memory back to the system in between (and every page is faulted in
-// again) depends on the order of the last frees, not on the list under test. With no trimming
-// every run of every side loads into a warm heap.
+// again) depends on the order of the last frees, not on the list under test. The thresholds are
+// fixed where glibc's own sliding ones end up once large blocks have been freed (large blocks
+// stay in the heap, which is trimmed only past twice that), so every run of every side loads
+// into a warm heap.
 inline void keepHeapWarm() {
-    mallopt(M_TRIM_THRESHOLD, 1 << 30);
+    constexpr int kLargest = 32 * 1024 * 1024;
+    mallopt(M_MMAP_THRESHOLD, kLargest);
+    mallopt(M_TRIM_THRESHOLD, 2 * kLargest);
 }
 
 // Milliseconds taken by `work`.
