@@ -14,6 +14,7 @@
 #include "StdPicture.h"
 #include "TreeListPainter.h"
 #include "TreeListTypes.h"
+#include "lsHitTest.h"
 #include "lsIdent.h"
 #include "lsImageList.h"
 #include "lsNodes.h"
@@ -167,6 +168,11 @@ public:
     qint16 VisibleLineCount() const { return m_visibleLineCount; }
     // Horizontal scroll offset in pixels (zero or negative).
     qint32 HorizontalOffset() const { return m_horizontalOffset; }
+    // What lies at (X, Y) on the drawing surface, X taken past the horizontal scroll; a new object
+    // each call, whose DataRow is a line under the header rows, not a row index. A non-numeric X
+    // or Y gives one whose IDs are all -1.
+    lsHitTestPtr HitTest(const QVariant &X, const QVariant &Y, qint16 Button = 0,
+                         qint16 Shift = 0) const;
 
     // --- Painting -------------------------------------------------------------------------------
     // Recomposes the whole frame (after clearing the drawing child when asked).

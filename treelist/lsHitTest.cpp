@@ -1,0 +1,74 @@
+#include "lsHitTest.h"
+
+#include "TreeListError.h"
+#include "VariantNumber.h"
+
+#include <cmath>
+
+void lsHitTest::Clear() {
+    *this = lsHitTest();
+}
+
+void lsHitTest::clearIds() {
+    m_DataRow = m_DataCol = m_HeaderRow = m_HeaderCol = -1;
+}
+
+bool lsHitTest::Refresh(const QVariant &X, const QVariant &Y, qint32 RowHeight,
+                        const lsNodes *Headers, const lsNodes *Rows, qint16 Button, qint16 Shift) {
+    if (!isNumeric(X) || !isNumeric(Y) || !Headers || !Rows ||
+        (Headers->Count() < 1 && Rows->Count() < 1)) {
+        clearIds();
+        return false;
+    }
+    // Both convert before anything is stored: an overflowing Y leaves the fields as they were.
+    const qint32 x = toLong(X), y = toLong(Y);
+    m_X = x;
+    m_Y = y;
+    m_Button = Button;
+    m_Shift = Shift;
+    // Toward minus infinity: a point above the surface gives line 0 or less, a header row that
+    // does not exist, on purpose (callers rule it out by the row they find).
+    const qint32 line = toInt32(qint64(std::floor(divide(m_Y, RowHeight))) + 1);
+    const qint32 headers = Headers->Count();
+    if (line > headers) {
+        m_DataRow = line - headers;
+        m_DataCol = FindColumn(Rows, m_X);
+        m_HeaderRow = m_HeaderCol = -1;
+    } else {
+        m_DataRow = m_DataCol = -1;
+        m_HeaderRow = line;
+        m_HeaderCol = FindColumn(Headers, m_X);
+    }
+    return true;
+}
+
+qint32 lsHitTest::FindColumn(const lsNodes *Rows, qint32 X) const {
+    // All rows share the cell positions of the first: the test is one-sided, so a point left of
+    // the first column falls in column 1 and a column's right edge belongs to it.
+    const lsNodePtr first = Rows ? Rows->at(1) : nullptr;
+    if (!first)
+        return -1;
+    const lsCells &cells = first->borrowCells();
+    const qint32 count = cells.Count();
+    for (qint32 c = 1; c <= count; ++c) {
+        const lsCell *cell = cells.cell(c);
+        if (qint64(X) <= qint64(cell->Left()) + cell->Width())
+            return c;
+    }
+    return -1;
+}
+
+bool lsHitTest::IsPlusMinusClick(const lsIdent &mIdent, const QVariant &X, const QVariant &Y) {
+    if (!isNumeric(X) || !isNumeric(Y))
+        return false;
+    m_IdentSize = mIdent.IdentSize();
+    const double x = toNumber(X), y = toNumber(Y);
+    // Both bounds inclusive: the hit area is one pixel wider and taller than the box.
+    if (x >= mIdent.ExpX() && x <= double(mIdent.ExpX()) + mIdent.ExpWidth() &&
+        y >= mIdent.ExpY() && y <= double(mIdent.ExpY()) + mIdent.ExpHeight()) {
+        m_Indent = mIdent.IdentIndex();
+        m_PlusMinus = true;
+        return true;
+    }
+    return false;
+}

@@ -1,0 +1,96 @@
+#pragma once
+// Calculates which object of vkTreeList is at the specified X and Y location: a header cell, a
+// data cell or the plus/minus box of a row. It is both the engine and the result: a caller clears
+// it, asks it to compute, then reads its properties. Every property is a plain stored value.
+
+#include "lsIdent.h"
+#include "lsNodes.h"
+
+#include <QVariant>
+#include <memory>
+
+class lsHitTest {
+public:
+    // Makes a hit test with every field as after Clear.
+    lsHitTest() = default;
+
+    // Sets every field to its cleared value (IDs -1, box 9 x 9 at top 4, IdentSize 19).
+    void Clear();
+    // Classifies the point (X, Y) on the drawing surface against the header rows and the rows;
+    // returns False, with the four IDs at -1, when X or Y is not a number or there are no rows.
+    bool Refresh(const QVariant &X, const QVariant &Y, qint32 RowHeight, const lsNodes *Headers,
+                 const lsNodes *Rows, qint16 Button = 0, qint16 Shift = 0);
+    // The 1-based column at X in the first row of `Rows`, or -1 (right of the last column or no
+    // rows). A point left of the first column counts for column 1.
+    qint32 FindColumn(const lsNodes *Rows, qint32 X) const;
+    // True when (X, Y) lies on the plus/minus box `mIdent` describes, edges included; then sets
+    // Indent and PlusMinus.
+    bool IsPlusMinusClick(const lsIdent &mIdent, const QVariant &X, const QVariant &Y);
+
+    // Mouse button.
+    qint16 Button() const { return m_Button; }
+    void setButton(qint16 v) { m_Button = v; }
+    // Shift, Control or Alt key used.
+    qint16 Shift() const { return m_Shift; }
+    void setShift(qint16 v) { m_Shift = v; }
+    // X position in pixels.
+    qint32 X() const { return m_X; }
+    void setX(qint32 v) { m_X = v; }
+    // Y position in pixels.
+    qint32 Y() const { return m_Y; }
+    void setY(qint32 v) { m_Y = v; }
+    // Data row ID. (-1 if not data row clicked)
+    qint32 DataRow() const { return m_DataRow; }
+    void setDataRow(qint32 v) { m_DataRow = v; }
+    // Data Col ID. (-1 if not data column clicked)
+    qint32 DataCol() const { return m_DataCol; }
+    void setDataCol(qint32 v) { m_DataCol = v; }
+    // Header row ID. (-1 if not header row clicked)
+    qint32 HeaderRow() const { return m_HeaderRow; }
+    void setHeaderRow(qint32 v) { m_HeaderRow = v; }
+    // HeaderCol ID. (-1 if not header column clicked)
+    qint32 HeaderCol() const { return m_HeaderCol; }
+    void setHeaderCol(qint32 v) { m_HeaderCol = v; }
+    // True if Plus/Minus clicked.
+    bool PlusMinus() const { return m_PlusMinus; }
+    void setPlusMinus(bool v) { m_PlusMinus = v; }
+    // Indentation level if Plus/Minus clicked.
+    qint32 Indent() const { return m_Indent; }
+    void setIndent(qint32 v) { m_Indent = v; }
+    // Width of one indentation level, as the row geometry last gave it.
+    qint32 IdentSize() const { return m_IdentSize; }
+    void setIdentSize(qint32 v) { m_IdentSize = v; }
+    // Width of the plus/minus box.
+    qint32 PlusMinusWidth() const { return m_PlusMinusWidth; }
+    void setPlusMinusWidth(qint32 v) { m_PlusMinusWidth = v; }
+    // Height of the plus/minus box.
+    qint32 PlusMinusHeight() const { return m_PlusMinusHeight; }
+    void setPlusMinusHeight(qint32 v) { m_PlusMinusHeight = v; }
+    // Left of the plus/minus box.
+    qint32 PlusMinusLeft() const { return m_PlusMinusLeft; }
+    void setPlusMinusLeft(qint32 v) { m_PlusMinusLeft = v; }
+    // Top of the plus/minus box.
+    qint32 PlusMinusTop() const { return m_PlusMinusTop; }
+    void setPlusMinusTop(qint32 v) { m_PlusMinusTop = v; }
+
+private:
+    void clearIds();
+
+    qint16 m_Button = 0;
+    qint16 m_Shift = 0;
+    qint32 m_X = 0;
+    qint32 m_Y = 0;
+    qint32 m_DataRow = -1;
+    qint32 m_DataCol = -1;
+    qint32 m_HeaderRow = -1;
+    qint32 m_HeaderCol = -1;
+    bool m_PlusMinus = false;
+    qint32 m_Indent = 0;
+    qint32 m_IdentSize = 19;
+    qint32 m_PlusMinusWidth = 9;
+    qint32 m_PlusMinusHeight = 9;
+    qint32 m_PlusMinusLeft = 0;
+    qint32 m_PlusMinusTop = 4;
+};
+
+using lsHitTestPtr = std::shared_ptr<lsHitTest>;
