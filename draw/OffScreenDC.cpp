@@ -40,16 +40,26 @@ Span clipSpan(qint64 lo, qint64 hi, qint64 size) {
     return {std::max<qint64>(lo, 0), std::min(hi, size)};
 }
 
-// Copies src (from its origin) to dst at (x, y), only where both images have pixels.
-void blit(QImage &dst, qint64 x, qint64 y, const QImage &src, qint64 width, qint64 height) {
+// The pixel rows of [lo, hi) on a surface of `height` rows that lie inside the clip.
+Span clipRows(qint64 lo, qint64 hi, qint64 height, qint64 clipTop, qint64 clipBottom) {
+    const Span rows = clipSpan(lo, hi, height);
+    return {std::max(rows.lo, clipTop), std::min(rows.hi, clipBottom)};
+}
+
+// Copies src (from its origin) to dst at (x, y), only where both images have pixels and only
+// into the pixel rows [rowsLo, rowsHi).
+void blit(QImage &dst, qint64 x, qint64 y, const QImage &src, qint64 width, qint64 height,
+          qint64 rowsLo = 0, qint64 rowsHi = std::numeric_limits<qint64>::max()) {
     const Span cols = clipSpan(x, x + std::min<qint64>(width, src.width()), dst.width());
-    const Span rows = clipSpan(y, y + std::min<qint64>(height, src.height()), dst.height());
+    Span rows = clipSpan(y, y + std::min<qint64>(height, src.height()), dst.height());
+    rows = {std::max(rows.lo, rowsLo), std::min(rows.hi, rowsHi)};
     if (cols.empty() || rows.empty() || src.isNull())
         return;
     // The whole of a same-sized image: the target shares the raster instead of copying it (the
     // one that is drawn on next makes its own copy first).
     if (x == 0 && y == 0 && dst.size() == src.size() && width >= src.width() &&
-        height >= src.height() && dst.format() == src.format()) {
+        height >= src.height() && rows.hi - rows.lo == dst.height() &&
+        dst.format() == src.format()) {
         dst = src;
         return;
     }
@@ -68,6 +78,7 @@ OffScreenDC::OffScreenDC() : m_defaultFont(StdFont().qfont()) {}
 void OffScreenDC::Initialize(QImage *CtlHdc, qint32 CtlWidth, qint32 CtlHeight,
                              OleColor NewBackColor, OleColor NewForeColor, StdFontPtr NewFont) {
     m_target = CtlHdc;
+    ClearClip();
     m_width = CtlWidth;
     m_height = CtlHeight;
     // A raster of the right size that nobody else shares is painted over, not made anew: it is
@@ -99,6 +110,16 @@ void OffScreenDC::Clear(OleColor NewBackColor, OleColor NewForeColor) {
     // The background doubles as text colour: later drawing must set the text colour it needs.
     DrawRect(0, 0, m_width, m_height, NewBackColor, NewBackColor, QString(), 0, caCenterCenter,
              Appearances::Flat);
+}
+
+void OffScreenDC::SetClipRows(qint32 Top, qint32 Bottom) {
+    m_clipTop = Top;
+    m_clipBottom = Bottom;
+}
+
+void OffScreenDC::ClearClip() {
+    m_clipTop = 0;
+    m_clipBottom = std::numeric_limits<qint32>::max();
 }
 
 bool OffScreenDC::HasChanged(qint32 CtlWidth, qint32 CtlHeight, bool Equal) const {
@@ -215,7 +236,7 @@ void OffScreenDC::textOut(qint64 x, qint64 y, qint64 left, qint64 top, qint64 ri
                           const QString &text, const QFont &font) {
     x += m_originX;
     const Span cols = clipSpan(left + m_originX, right + m_originX, m_surface.width());
-    const Span rows = clipSpan(top, bottom, m_surface.height());
+    const Span rows = clipRows(top, bottom, m_surface.height(), m_clipTop, m_clipBottom);
     if (cols.empty() || rows.empty())
         return;
     const QRect box(static_cast<int>(cols.lo), static_cast<int>(rows.lo),
@@ -233,7 +254,8 @@ void OffScreenDC::textOut(qint64 x, qint64 y, qint64 left, qint64 top, qint64 ri
 void OffScreenDC::InvertRect(qint32 nLeft, qint32 nTop, qint32 nWidth, qint32 nHeight) {
     const qint64 right = toInt32(qint64(nLeft) + nWidth);
     const Span cols = clipSpan(nLeft + qint64(m_originX), right + m_originX, m_surface.width());
-    const Span rows = clipSpan(nTop, toInt32(qint64(nTop) + nHeight), m_surface.height());
+    const Span rows = clipRows(nTop, toInt32(qint64(nTop) + nHeight), m_surface.height(), m_clipTop,
+                               m_clipBottom);
     if (cols.empty() || rows.empty())
         return;
     for (qint64 y = rows.lo; y < rows.hi; ++y) {
@@ -305,10 +327,13 @@ void OffScreenDC::solidLine(qint64 x1, qint64 y1, qint64 x2, qint64 y2, QRgb rgb
     const qint64 minorStart = xMajor ? y1 : x1;
     const qint64 majorDir = (xMajor ? dx : dy) > 0 ? 1 : -1;
     const qint64 minorDir = (xMajor ? dy : dx) >= 0 ? 1 : -1;
-    const qint64 size = xMajor ? m_surface.width() : m_surface.height();
-    // Steps i with majorStart + majorDir * i inside [0, size).
-    qint64 first = majorDir > 0 ? -majorStart : majorStart - (size - 1);
-    qint64 last = majorDir > 0 ? size - 1 - majorStart : majorStart;
+    // Steps i with majorStart + majorDir * i inside [lo, hi): the surface, and the clip when
+    // the major axis is vertical.
+    const Span rows = clipRows(0, m_surface.height(), m_surface.height(), m_clipTop, m_clipBottom);
+    const qint64 lo = xMajor ? 0 : rows.lo;
+    const qint64 hi = xMajor ? m_surface.width() : rows.hi;
+    qint64 first = majorDir > 0 ? lo - majorStart : majorStart - (hi - 1);
+    qint64 last = majorDir > 0 ? hi - 1 - majorStart : majorStart - lo;
     first = std::max<qint64>(first, 0);
     last = std::min(last, steps - 1);
     for (qint64 i = first; i <= last; ++i) {
@@ -326,7 +351,8 @@ void OffScreenDC::solidLine(qint64 x1, qint64 y1, qint64 x2, qint64 y2, QRgb rgb
 }
 
 void OffScreenDC::setPixel(qint64 x, qint64 y, QRgb rgb) {
-    if (x < 0 || y < 0 || x >= m_surface.width() || y >= m_surface.height())
+    if (x < 0 || y < 0 || x >= m_surface.width() || y >= m_surface.height() || y < m_clipTop ||
+        y >= m_clipBottom)
         return;
     reinterpret_cast<QRgb *>(m_surface.scanLine(static_cast<int>(y)))[x] = rgb | 0xFF000000u;
 }
@@ -334,7 +360,7 @@ void OffScreenDC::setPixel(qint64 x, qint64 y, QRgb rgb) {
 void OffScreenDC::DrawPicture(const StdPicturePtr &bmpSource, qint32 X, qint32 Y) {
     if (bmpSource)
         blit(m_surface, qint64(X) + m_originX, Y, bmpSource->image(), bmpSource->pixelWidth(),
-             bmpSource->pixelHeight());
+             bmpSource->pixelHeight(), m_clipTop, m_clipBottom);
 }
 
 void OffScreenDC::DrawText(qint32 X, qint32 Y, const QString &Caption,
@@ -395,7 +421,7 @@ void OffScreenDC::DrawFocusRect(qint32 left, qint32 top, qint32 right, qint32 bo
         return;
     const auto dot = [this](qint64 x, qint64 y) {
         if (((x + y) & 1) == 0 && x >= 0 && y >= 0 && x < m_surface.width() &&
-            y < m_surface.height())
+            y < m_surface.height() && y >= m_clipTop && y < m_clipBottom)
             reinterpret_cast<QRgb *>(m_surface.scanLine(static_cast<int>(y)))[x] ^= 0x00FFFFFFu;
     };
     const qint64 firstX = qint64(left) + m_originX;

@@ -15,6 +15,7 @@
 #include <QFont>
 #include <QImage>
 #include <QString>
+#include <limits>
 #include <optional>
 
 class OffScreenDC {
@@ -102,6 +103,10 @@ public:
     // Rules that look at coordinates (a rectangle at x 0) see them before the shift. Default 0.
     qint32 OriginX() const { return m_originX; }
     void setOriginX(qint32 x) { m_originX = x; }
+    // Keeps every primitive off the pixel rows outside [Top, Bottom) until `ClearClip`.
+    void SetClipRows(qint32 Top, qint32 Bottom);
+    // Lets every primitive reach all pixel rows again (as after `Initialize`).
+    void ClearClip();
     // Surface width as given to `Initialize`.
     qint32 Width() const { return m_width; }
     // Surface height as given to `Initialize`.
@@ -128,6 +133,8 @@ private:
     qint32 m_width = 0;
     qint32 m_height = 0;
     qint32 m_originX = 0;
+    qint64 m_clipTop = 0;
+    qint64 m_clipBottom = std::numeric_limits<qint32>::max();
     OleColor m_backColor = 0xFFFFFF;
     OleColor m_textColor = 0;
     OleColor m_faceColor = 0;

@@ -42,32 +42,56 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
     qint32 line = m_ctx.headers;
     qint32 rank = rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
     for (lsNodePtr row; line <= m_ctx.visibleLineCount && (row = rows.VisibleRowAt(rank)); ++rank) {
-        rows.markDisplayed(row);
-        const qint32 top = line * m_ctx.rowHeight;
-        const lsCells &cells = row->borrowCells();
-        // Cells are placed side by side from their widths, like header cells, so that a column
-        // whose width changed after its rows were added stays under its header. A row wider than
-        // 32 bits overflows, as its Width does.
-        qint32 x = 0;
-        for (qint32 c = 1; c <= m_ctx.columns; ++c) {
-            if (lsCell *cell = cells.cell(c)) {
-                cell->setLeft(x);
-                x = toInt32(qint64(x) + cell->Width());
-                cell->setTop(top);
-                cell->setHeight(m_ctx.rowHeight);
-                cell->setVisible(true);
-            }
-        }
+        placeRow(rows, row, line);
         ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
         paintRow(dc, rows, *row, ident);
         result.lastPaintedRow = row->Index();
         result.shown.push_back(row);
         ++line;
     }
+    drawLines(dc, rows, ident, result.shown, result.widestText);
+    drawPictures(dc, ident, result.shown, 0, result.shown.size());
+    result.painted = static_cast<qint32>(result.shown.size());
+    return result;
+}
 
-    // Lines pass: every line before any picture, so that opaque pictures cover line ends.
-    for (const lsNodePtr &row : result.shown) {
-        if (row == result.shown.front()) {
+void TreeListPainter::repaintRows(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
+                                  const std::vector<lsNodePtr> &shown, size_t from, size_t to,
+                                  qint32 &widestText) const {
+    // The same three passes as a frame, in the same order, so that wherever they overlap the last
+    // one drawn wins as it does in a frame. Lines of any row shown may cross these rows.
+    for (size_t i = from; i < to; ++i) {
+        ident.Refresh(shown[i], m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        paintRow(dc, rows, *shown[i], ident);
+    }
+    drawLines(dc, rows, ident, shown, widestText);
+    drawPictures(dc, ident, shown, from, to);
+}
+
+void TreeListPainter::placeRow(lsNodes &rows, const lsNodePtr &row, qint32 line) const {
+    rows.markDisplayed(row);
+    const qint32 top = line * m_ctx.rowHeight;
+    const lsCells &cells = row->borrowCells();
+    // Cells are placed side by side from their widths, like header cells, so that a column whose
+    // width changed after its rows were added stays under its header. A row wider than 32 bits
+    // overflows, as its Width does.
+    qint32 x = 0;
+    for (qint32 c = 1; c <= m_ctx.columns; ++c) {
+        if (lsCell *cell = cells.cell(c)) {
+            cell->setLeft(x);
+            x = toInt32(qint64(x) + cell->Width());
+            cell->setTop(top);
+            cell->setHeight(m_ctx.rowHeight);
+            cell->setVisible(true);
+        }
+    }
+}
+
+void TreeListPainter::drawLines(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
+                                const std::vector<lsNodePtr> &shown, qint32 &widestText) const {
+    // Every line before any picture, so that opaque pictures cover line ends.
+    for (const lsNodePtr &row : shown) {
+        if (row == shown.front()) {
             // Lines of ancestors scrolled above the view continue from the top edge.
             for (lsNodePtr anc = row->Parent(); anc; anc = anc->Parent()) {
                 ident.Refresh(anc, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
@@ -77,14 +101,14 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
             }
         }
         ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
-        result.widestText = std::max(result.widestText, ident.TextX());
+        widestText = std::max(widestText, ident.TextX());
         DrawSiblingLine(dc, rows, row, ident, true);
         const qint32 treeLineX = ident.TreeLineX();
         const qint32 boxMiddle = ident.TreeLineY1();
         if (const lsNodePtr prev = row->PrevSibling()) {
             if (prev->Displayed()) {
                 ident.Refresh(prev, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
-                result.widestText = std::max(result.widestText, ident.TextX());
+                widestText = std::max(widestText, ident.TextX());
                 DrawSiblingLine(dc, rows, prev, ident, false);
             } else {
                 // The previous sibling lies above the view and its cell positions are from an
@@ -95,14 +119,15 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
         }
         DrawChildLine(dc, row, ident);
     }
+}
 
-    // Pictures pass.
-    for (const lsNodePtr &row : result.shown) {
-        ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
-        DrawNodePictures(dc, *row, ident);
+void TreeListPainter::drawPictures(OffScreenDC &dc, lsIdent &ident,
+                                   const std::vector<lsNodePtr> &shown, size_t from,
+                                   size_t to) const {
+    for (size_t i = from; i < to; ++i) {
+        ident.Refresh(shown[i], m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        DrawNodePictures(dc, *shown[i], ident);
     }
-    result.painted = static_cast<qint32>(result.shown.size());
-    return result;
 }
 
 qint16 TreeListPainter::paintMode(const lsNodes &rows, const lsNode &row) const {

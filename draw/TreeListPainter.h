@@ -49,6 +49,13 @@ public:
     // Lays out and paints every shown row in three passes (cells, lines, pictures).
     RowPaintResult paintRows(OffScreenDC &dc, lsNodes &rows, lsIdent &ident,
                              qint32 widestText) const;
+    // Paints shown[from, to) again over a frame of `shown`: cells, every shown row's lines,
+    // pictures. The caller clears their lines and clips the surface to them.
+    void repaintRows(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
+                     const std::vector<lsNodePtr> &shown, size_t from, size_t to,
+                     qint32 &widestText) const;
+    // Marks a row displayed and places its cells on a line (0 is the top one).
+    void placeRow(lsNodes &rows, const lsNodePtr &row, qint32 line) const;
     // Places and paints the header rows over the first lines.
     void paintHeaders(OffScreenDC &dc, lsNodes &headers) const;
 
@@ -71,6 +78,10 @@ public:
     qint16 paintMode(const lsNodes &rows, const lsNode &row) const;
 
 private:
+    void drawLines(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
+                   const std::vector<lsNodePtr> &shown, qint32 &widestText) const;
+    void drawPictures(OffScreenDC &dc, lsIdent &ident, const std::vector<lsNodePtr> &shown,
+                      size_t from, size_t to) const;
     void drawTreeLine(OffScreenDC &dc, qint32 x1, qint32 y1, qint32 x2, qint32 y2) const;
     StdPicturePtr builtin(int number) const;
     StdPicturePtr nodePicture(const lsNode &row) const;

@@ -244,6 +244,7 @@ private:
     bool setCellProperty(lsCell &cell, qint32 property, const QVariant &value);
 
     // Viewport
+    qint16 fittingLineCount();
     bool lineCapacity();
     void layoutScrollBars();
     // What the bar layout reads besides the displayed row count, and the bars as it left them.
@@ -294,6 +295,9 @@ private:
     FrameInputs frameInputs();
     bool rowsUnchangedSinceFrame() const;
     bool keepFrameAfterAdd(const lsNodePtr &row);
+    bool rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown);
+    void repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to, bool landed);
+    bool repaintCellInPlace(const lsNodePtr &row, qint32 property);
     PaintContext paintContext();
     void repaintRow(const lsNodePtr &row, bool header);
     void showSurface();

@@ -225,9 +225,10 @@ void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
     lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
-    if (row->Displayed())
-        repaintRow(row, false);
-    else if (frameWasCurrent)
+    if (row->Displayed()) {
+        if (!(frameWasCurrent && repaintCellInPlace(row, CellProperty)))
+            repaintRow(row, false);
+    } else if (frameWasCurrent)
         m_frameEdits = TreeEdits::count(); // a row off screen: the frame still shows the same
 }
 

@@ -91,12 +91,16 @@ void vkTreeList::keepFirstRowReachable() {
         m_firstDisplayedRow = 1;
 }
 
-bool vkTreeList::lineCapacity() {
-    const qint16 old = m_visibleLineCount;
+qint16 vkTreeList::fittingLineCount() {
     // A partly visible line counts as a line.
     const double lines =
         std::floor(divide(m_picOut->ScaleHeight() - horizontalBarHeight(), m_rowHeight) + 0.99999);
-    m_visibleLineCount = toInt16(static_cast<qint64>(lines) - Headers());
+    return toInt16(static_cast<qint64>(lines) - Headers());
+}
+
+bool vkTreeList::lineCapacity() {
+    const qint16 old = m_visibleLineCount;
+    m_visibleLineCount = fittingLineCount();
     m_displayedRowCount = displayedRowCount();
     if (m_displayedRowCount < 1)
         m_firstDisplayedRow = 1;
@@ -279,7 +283,10 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
             paintFrame(*frame);
             m_spareSurface = std::move(m_surface);
             m_surface = std::move(frame);
-            m_frameInputs = frameInputs();
+            // A frame whose scroll bars took or gave back a line as it ended is what a repaint
+            // gives only from the next one on. (Without rows nothing counted the lines.)
+            if (m_rows->Count() == 0 || fittingLineCount() == m_visibleLineCount)
+                m_frameInputs = frameInputs();
             m_frameEdits = TreeEdits::count();
         }
     }
@@ -413,38 +420,160 @@ bool vkTreeList::rowsUnchangedSinceFrame() const {
 }
 
 bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
-    // No row had changed since the frame before `row` was added. A row added below the rows shown
-    // changes nothing on screen unless it is shown itself, gives a shown parent its first child (a
-    // box appears), or becomes the last sibling after one whose line ended on screen (or above it):
-    // then lines that stopped there run on to the edge.
+    // No row had changed since the frame before `row` was added. A row added after every row
+    // shown moves none of them. What it changes on screen starts at one row shown (`from`), and
+    // that row's line and every line below it are painted again in place:
+    //  - it lands on the first free line of a view that is not full (the view then shows every
+    //    visible row after its first one, so it is the last visible row): the line of its previous
+    //    sibling, or of its parent when it is the first child, runs on to it;
+    //  - it becomes the last sibling after one shown: that line runs on to the bottom edge;
+    //  - it is the first child of a row shown: a box appears there (and when the row is open, its
+    //    line runs on to the bottom edge).
+    // Anything else below the rows shown changes nothing on screen. The line of a previous sibling
+    // above the view that runs on crosses the whole view: the frame is composed.
     if (row->Index() <= m_lastShownRow)
         return false;
     const bool viewFull = m_shownRows > 0 && Headers() + m_shownRows > m_visibleLineCount;
-    if (!viewFull && row->Visible())
-        return false;
     const lsNodePtr previous = row->PrevSibling();
-    if (!previous && !row->NextSibling()) {
-        const lsNodePtr parent = row->Parent();
-        if (parent && parent->Displayed())
+    const lsNodePtr parent = row->Parent();
+    const bool last = !row->NextSibling();
+    const bool lands = !viewFull && row->Visible();
+    lsNodePtr from;
+    if (lands) {
+        if (m_shownRows == 0 || !last)
             return false;
+        from = previous ? previous : parent;
+        if (!from || !from->Displayed())
+            return false;
+    } else if (previous && last &&
+               (previous->Displayed() || previous->Index() < m_firstDisplayedRow)) {
+        if (!previous->Displayed())
+            return false;
+        from = previous;
+    } else if (!previous && last && parent && parent->Displayed()) {
+        from = parent;
     }
-    if (previous && !row->NextSibling() &&
-        (previous->Displayed() || previous->Index() < m_firstDisplayedRow))
-        return false;
-    // Nothing else the frame was drawn from may have changed. Then only the count of displayed
-    // rows grows (when the view is full and the row comes after it, the lines that fit and the
-    // first row shown stay as they are) and the scroll bars take it in; should the horizontal
-    // bar come or go, the lines that fit change after all and the frame is composed.
+    // Nothing else the frame was drawn from may have changed. Then the count of displayed rows
+    // grows at most (the lines that fit and the first row shown stay as they are) and the scroll
+    // bars take it in; should the horizontal bar come or go, the lines that fit change after all
+    // and the frame is composed.
     if (!(frameInputs() == *m_frameInputs))
+        return false;
+    // Which lines change was worked out for lines that cover one another whatever their order:
+    // dotted ones paint their gaps too.
+    std::vector<lsNodePtr> shown;
+    if (from && (m_lineStyle == lsLineDotted || !rowsShownInPlace(lands ? row : nullptr, shown)))
+        return false;
+    const auto fromLine = std::find(shown.begin(), shown.end(), from);
+    if (from && fromLine == shown.end())
         return false;
     const bool horizontalBar = !m_scrX->isHidden();
     m_displayedRowCount = displayedRowCount();
     layoutScrollBars();
     if (m_scrX->isHidden() == horizontalBar)
         return false;
+    if (from)
+        repaintShownRows(shown, size_t(fromLine - shown.begin()), shown.size(), lands);
     m_frameEdits = TreeEdits::count();
-    // Nothing was drawn. The timer, single precision seconds since midnight, does not resolve
-    // the microsecond this took (late in the day not even milliseconds): it reads 0.
+    // Nothing or a few rows were drawn. The timer, single precision seconds since midnight, does
+    // not resolve the microseconds this took (late in the day not even milliseconds): it reads 0.
     m_redrawTime = 0;
+    return true;
+}
+
+bool vkTreeList::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
+    // Lines painted again show what a frame shows there only while nothing drawn for a row
+    // reaches past its own line: no image list, whose pictures may be taller than a row.
+    if (m_imageList || m_rowHeight < 16)
+        return false;
+    // The rows the frame showed, found as it found them, and the row that lands after them.
+    const qint32 count = m_shownRows + (landing ? 1 : 0);
+    const qint32 first =
+        m_rows->VisibleRowsUpTo(std::min<qint32>(m_firstDisplayedRow - 1, m_rows->Count())) + 1;
+    shown.reserve(size_t(count));
+    for (qint32 rank = first; rank < first + count; ++rank) {
+        lsNodePtr row = m_rows->VisibleRowAt(rank);
+        if (!row)
+            return false;
+        shown.push_back(std::move(row));
+    }
+    return !landing || shown.back() == landing;
+}
+
+void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to,
+                                  bool landed) {
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
+    // The lines of the rows from `from` up to `to`. Below the last row shown only lines are
+    // drawn, and only those that run on to the bottom edge; while the view is not full, every
+    // visible row they could lead to is shown and none does.
+    const qint32 top = (Headers() + qint32(from)) * m_rowHeight;
+    const bool full = Headers() + qint32(shown.size()) > m_visibleLineCount;
+    const qint32 bottom =
+        to < shown.size() || !full ? (Headers() + qint32(to)) * m_rowHeight : m_surface->Height();
+    {
+        // As in repaintRow, the screen lets go of the shared raster while it is painted.
+        QImage *screen = m_picOut->screenImage();
+        const bool shared =
+            !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
+        if (shared)
+            *screen = QImage();
+        const auto giveBack = qScopeGuard([&] {
+            m_surface->ClearClip();
+            m_surface->setOriginX(0);
+            if (shared)
+                *screen = *m_surface->hDC();
+        });
+        try {
+            // Cleared to the background the frame started from.
+            m_surface->SetClipRows(top, bottom);
+            m_surface->setOriginX(0);
+            m_surface->DrawRect(0, top, m_surface->Width(), bottom - top, m_picOut->BackColor(),
+                                m_picOut->ForeColor());
+            m_surface->setOriginX(m_horizontalOffset);
+            if (landed)
+                painter.placeRow(*m_rows, shown.back(), Headers() + m_shownRows);
+            painter.repaintRows(*m_surface, *m_rows, *m_ident, shown, from, to, m_widestText);
+        } catch (...) {
+            // Half painted: no longer the frame a repaint would give.
+            m_frameInputs.reset();
+            throw;
+        }
+    }
+    if (landed) {
+        m_shownRows += 1;
+        m_lastShownRow = shown.back()->Index();
+        m_lastPaintedRow = m_lastShownRow;
+    }
+    showSurface();
+}
+
+bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
+    // Properties that change nothing but how the cell itself looks. Its row's line is painted
+    // again as a frame paints it, lines and pictures over the cell included, so the frame stays
+    // the one a repaint would give. Geometry and pictures may reach other lines: not these.
+    switch (property) {
+    case lslcAlignment:
+    case lslcBold:
+    case lslcData:
+    case lslcTag:
+    case lslcForeColor:
+    case lslcbackColor:
+    case lsLCSelected:
+        break;
+    default:
+        return false;
+    }
+    if (!(frameInputs() == *m_frameInputs))
+        return false;
+    std::vector<lsNodePtr> shown;
+    if (!rowsShownInPlace(nullptr, shown))
+        return false;
+    const auto line = std::find(shown.begin(), shown.end(), row);
+    if (line == shown.end())
+        return false;
+    const size_t from = size_t(line - shown.begin());
+    repaintShownRows(shown, from, from + 1, false);
+    m_frameEdits = TreeEdits::count();
     return true;
 }
