@@ -6,7 +6,9 @@
 #include <QPainter>
 
 PictureBox::PictureBox(QWidget *parent) : QWidget(parent), m_font(std::make_shared<StdFont>()) {
+    // Focus by click and by Tab; moves without a button reach the column-border tracking.
     setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -45,6 +47,37 @@ void PictureBox::showFrame() {
         update();
 }
 
+void PictureBox::invertVerticalLine(qint32 x) {
+    if (x < 0 || x >= m_screen.width())
+        return;
+    for (int y = 0; y < m_screen.height(); ++y) {
+        QRgb *pixel = reinterpret_cast<QRgb *>(m_screen.scanLine(y)) + x;
+        *pixel = *pixel ^ 0x00FFFFFF;
+    }
+    update(x, 0, 1, height());
+}
+
+void PictureBox::setMousePointer(qint16 pointer) {
+    m_mousePointer = pointer;
+    switch (pointer) {
+    case 1:
+        setCursor(Qt::ArrowCursor);
+        break;
+    case 11:
+        setCursor(Qt::WaitCursor);
+        break;
+    case 13:
+        setCursor(Qt::BusyCursor);
+        break;
+    case 99:
+        setCursor(Qt::SplitHCursor);
+        break;
+    default:
+        unsetCursor();
+        break;
+    }
+}
+
 void PictureBox::paintEvent(QPaintEvent *) {
     m_painting = true;
     emit paintRequested();
@@ -76,5 +109,28 @@ void PictureBox::focusOutEvent(QFocusEvent *event) {
 
 void PictureBox::mousePressEvent(QMouseEvent *event) {
     emit mousePressed(event);
-    QWidget::mousePressEvent(event);
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent *event) {
+    emit mouseReleased(event);
+}
+
+void PictureBox::mouseDoubleClickEvent(QMouseEvent *event) {
+    emit mouseDoubleClicked(event);
+}
+
+void PictureBox::mouseMoveEvent(QMouseEvent *event) {
+    emit mouseMoved(event);
+}
+
+void PictureBox::wheelEvent(QWheelEvent *event) {
+    emit wheelTurned(event);
+}
+
+void PictureBox::keyPressEvent(QKeyEvent *event) {
+    emit keyPressed(event);
+}
+
+void PictureBox::keyReleaseEvent(QKeyEvent *event) {
+    emit keyReleased(event);
 }

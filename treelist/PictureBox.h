@@ -42,14 +42,27 @@ public:
     void Cls();
     // Shows the screen image again (after a frame was copied to it).
     void showFrame();
+    // Inverts the pixels of a vertical line at x over the whole height (drawn twice, it is gone).
+    void invertVerticalLine(qint32 x);
+
+    // The mouse pointer: 0 default, 1 arrow, 11 hourglass, 13 arrow and hourglass, 99 the custom
+    // pointer (a column border's split arrows).
+    qint16 MousePointer() const { return m_mousePointer; }
+    void setMousePointer(qint16 pointer);
 
 signals:
     // The widget must show its image: the control copies its frame first (synchronously).
     void paintRequested();
     // Keyboard focus came or went.
     void focusChanged(bool hasFocus);
-    // A mouse button went down on the surface.
+    // Mouse and keyboard input on the surface, passed on as Qt delivers it.
     void mousePressed(QMouseEvent *event);
+    void mouseReleased(QMouseEvent *event);
+    void mouseDoubleClicked(QMouseEvent *event);
+    void mouseMoved(QMouseEvent *event);
+    void wheelTurned(QWheelEvent *event);
+    void keyPressed(QKeyEvent *event);
+    void keyReleased(QKeyEvent *event);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -57,9 +70,16 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
     QImage m_screen;
+    qint16 m_mousePointer = 0;
     bool m_painting = false;
     StdFontPtr m_font;
     OleColor m_foreColor = 0x80000008;

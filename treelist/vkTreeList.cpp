@@ -107,7 +107,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
             RedrawFrame(false);
         });
     });
-    connect(m_picOut, &PictureBox::mousePressed, this, [this] { m_hasFocus = true; });
+    connectInput();
 
     Initialize();
     setAppearance(m_appearance);
@@ -127,6 +127,7 @@ vkTreeList::~vkTreeList() {
 void vkTreeList::Initialize() {
     m_headers = std::make_unique<lsNodes>();
     m_rows = std::make_unique<lsNodes>();
+    m_hit = std::make_shared<lsHitTest>();
     m_ident = std::make_unique<lsIdent>();
     m_ident->setPosLeft(3);
     m_ident->setPosTop(3);
@@ -275,6 +276,7 @@ void vkTreeList::Terminate() {
     }
     m_rows.reset();
     m_headers.reset();
+    m_hit.reset();
     m_ident.reset();
     m_surface.reset();
     m_spareSurface.reset();

@@ -27,6 +27,9 @@
 class PictureBox;
 class QLabel;
 class QScrollBar;
+class QKeyEvent;
+class QMouseEvent;
+class QWheelEvent;
 
 class vkTreeList : public QWidget {
     Q_OBJECT
@@ -198,6 +201,14 @@ public:
     bool hasFocusFlag() const { return m_hasFocus; }
     // Number of calls from Qt (events, scroll bars) that failed and were reported by OnError.
     qint64 failedEntries() const { return m_guard.failures(); }
+    // The hit test of the last mouse press.
+    const lsHitTest *lastHit() const { return m_hit.get(); }
+
+    // The virtual-key code of a Qt key, as KeyDown and KeyUp report it and navigation reads it:
+    // letters 65-90, digits 48-57, Enter 13, Escape 27, Space 32, Backspace 8, Tab 9, Shift 16,
+    // Control 17, Alt 18, Page Up 33, Page Down 34, End 35, Home 36, Left 37, Up 38, Right 39,
+    // Down 40, Insert 45, Delete 46, F1-F24 112-135; 0 for a key without one.
+    static qint16 virtualKeyCode(int qtKey);
 
 signals:
     // A property changed; the key is the one the property bag uses.
@@ -207,6 +218,21 @@ signals:
     // A row was opened / closed by the control.
     void OnExpand(qint32 RowID);
     void OnCollapse(qint32 RowID);
+    // Mouse input on the grid: Button 1 left, 2 right, 4 middle; Shift 1 Shift, 2 Ctrl, 4 Alt;
+    // X and Y in pixels of the drawing surface. A click raises MouseDown, MouseUp, Click; a double
+    // click then DblClick and MouseUp.
+    void MouseDown(qint16 Button, qint16 Shift, float X, float Y);
+    void MouseMove(qint16 Button, qint16 Shift, float X, float Y);
+    void MouseUp(qint16 Button, qint16 Shift, float X, float Y);
+    void Click();
+    void DblClick();
+    // A press on a data cell / a left press on a header cell.
+    void CellClick(qint32 RowID, qint32 ColID);
+    void HeaderClick(qint32 RowID, qint32 ColID);
+    // Keys on the grid, after navigation: virtual-key code and Shift mask; the character typed.
+    void KeyDown(qint16 KeyCode, qint16 Shift);
+    void KeyPress(qint16 KeyAscii);
+    void KeyUp(qint16 KeyCode, qint16 Shift);
     // A call that Qt made into the control (paint, resize, scrolling...) failed with this error;
     // the control stays usable and keeps its last good frame. Host calls throw instead.
     void OnError(qint32 Number, const QString &Description);
@@ -264,6 +290,24 @@ private:
     void onVerticalScroll(int value);
     void onHorizontalScroll(int value);
     void scrollBy(bool upwards, qint32 amount);
+
+    // Mouse and keyboard (vkTreeListInput.cpp)
+    void connectInput();
+    void onMousePress(const QMouseEvent &event);
+    void onMouseDoubleClick();
+    void onMouseMove(const QMouseEvent &event);
+    void onMouseRelease(const QMouseEvent &event);
+    void onWheel(const QWheelEvent &event);
+    void onKeyPress(const QKeyEvent &event);
+    void navigate(qint16 keyCode);
+    lsNodePtr rowOnLine(qint32 line);
+    void selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint32 column,
+                   bool multi = false);
+    void toggleExpanded(const lsNodePtr &row);
+    void trackColumnBorder(qint16 button, float x, float y);
+    void endColumnDrag();
+    void scrollCellIntoView(const lsCell &cell);
+    bool repaintLineInPlace(const lsNodePtr &row);
     qint32 displayedRowCount();
     qint32 rowAtDisplayPosition(qint32 count);
     qint32 displayPosition(qint32 rowIndex);
@@ -347,6 +391,15 @@ private:
 
     // Painting
     bool m_hasFocus = false;
+    // Mouse state: the hit of the last press, the column whose border the pointer is over, a
+    // column-border drag and where its line is, the release that ends a double click (it raises
+    // no Click), wheel turns not yet worth a line.
+    lsHitTestPtr m_hit;
+    qint16 m_borderColumn = 0;
+    bool m_dragging = false;
+    qint32 m_dragX = 0;
+    bool m_doubleClicked = false;
+    int m_wheelRemainder = 0;
     float m_redrawTime = 0.0f;
     qint32 m_lastPaintedRow = 0;
     qint32 m_widestText = 0;

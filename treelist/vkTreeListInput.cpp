@@ -1,10 +1,67 @@
 // vkTreeList: hit testing, mouse and keyboard.
+//
+//   Hit testing    HitTest, rowOnLine
+//   Mouse          press, double click, move (column borders), release, wheel
+//   Keyboard       key codes, navigation
+//   Repaints       the selection's rows painted again in place
 
 #include "vkTreeList.h"
 
+#include "PictureBox.h"
 #include "VariantNumber.h"
 
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
 #include <cmath>
+
+namespace {
+
+constexpr qint16 kLeftButton = 1;
+constexpr qint16 kBorderPointer = 99;
+constexpr qint16 kBusyPointer = 13;
+constexpr qint16 kDefaultPointer = 0;
+// How far from a column border, in pixels, the pointer still counts as on it.
+constexpr qint32 kBorderReach = 8;
+
+qint16 buttonMask(Qt::MouseButtons buttons) {
+    return qint16((buttons & Qt::LeftButton ? 1 : 0) | (buttons & Qt::RightButton ? 2 : 0) |
+                  (buttons & Qt::MiddleButton ? 4 : 0));
+}
+
+qint16 shiftMask(Qt::KeyboardModifiers modifiers) {
+    return qint16((modifiers & Qt::ShiftModifier ? 1 : 0) |
+                  (modifiers & Qt::ControlModifier ? 2 : 0) |
+                  (modifiers & Qt::AltModifier ? 4 : 0));
+}
+
+} // namespace
+
+void vkTreeList::connectInput() {
+    PictureBox *pic = m_picOut;
+    connect(pic, &PictureBox::mousePressed, this, [this](QMouseEvent *e) {
+        m_hasFocus = true;
+        guarded("mouse press", [&] { onMousePress(*e); });
+    });
+    connect(pic, &PictureBox::mouseDoubleClicked, this,
+            [this] { guarded("double click", [&] { onMouseDoubleClick(); }); });
+    connect(pic, &PictureBox::mouseMoved, this,
+            [this](QMouseEvent *e) { guarded("mouse move", [&] { onMouseMove(*e); }); });
+    connect(pic, &PictureBox::mouseReleased, this,
+            [this](QMouseEvent *e) { guarded("mouse release", [&] { onMouseRelease(*e); }); });
+    connect(pic, &PictureBox::wheelTurned, this,
+            [this](QWheelEvent *e) { guarded("wheel", [&] { onWheel(*e); }); });
+    connect(pic, &PictureBox::keyPressed, this,
+            [this](QKeyEvent *e) { guarded("key press", [&] { onKeyPress(*e); }); });
+    connect(pic, &PictureBox::keyReleased, this, [this](QKeyEvent *e) {
+        // An auto-repeated key sends KeyDown again, not KeyUp, until it is let go.
+        if (!e->isAutoRepeat())
+            guarded("key release",
+                    [&] { emit KeyUp(virtualKeyCode(e->key()), shiftMask(e->modifiers())); });
+    });
+}
 
 // --- Hit testing --------------------------------------------------------------------------------
 
@@ -17,4 +74,319 @@ lsHitTestPtr vkTreeList::HitTest(const QVariant &X, const QVariant &Y, qint16 Bu
         isNumeric(X) ? QVariant(toNumber(X) + std::abs(double(m_horizontalOffset))) : X;
     hit->Refresh(x, Y, m_rowHeight, m_headers.get(), m_rows.get(), Button, Shift);
     return hit;
+}
+
+lsNodePtr vkTreeList::rowOnLine(qint32 line) {
+    // The data lines show the Visible rows from the first displayed one on, one per line, as the
+    // frame painted them; a line below the last of them shows none.
+    if (line < 1 || line > m_visibleLineCount)
+        return nullptr;
+    const qint32 before =
+        m_rows->VisibleRowsUpTo(std::min<qint32>(m_firstDisplayedRow - 1, m_rows->Count()));
+    return m_rows->VisibleRowAt(before + line);
+}
+
+// --- Mouse --------------------------------------------------------------------------------------
+
+void vkTreeList::onMousePress(const QMouseEvent &event) {
+    const qint16 button = buttonMask(event.button());
+    const qint16 shift = shiftMask(event.modifiers());
+    const float x = float(event.position().x()), y = float(event.position().y());
+    m_doubleClicked = false;
+    m_hit->Clear();
+    m_hit = HitTest(x, y, button, shift);
+    const lsNodePtr previous = m_rows->SelectedRow();
+    if (m_hit->DataCol() >= 0 && m_hit->DataRow() > 0) {
+        if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
+            // Shift alone or Ctrl alone adds to the selection; both together select singly.
+            const bool multi = m_multiSelect && (shift == 1 || shift == 2);
+            selectRow(previous, row, m_hit->DataCol(), multi);
+            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+            // The box lies where the unscrolled frame drew it, as the hit's X does.
+            if (m_hit->IsPlusMinusClick(*m_ident, m_hit->X(), y) && row->HasChild())
+                toggleExpanded(row);
+            emit CellClick(row->Index(), m_hit->DataCol());
+        }
+    }
+    // Only the left button clicks a header.
+    if (m_hit->HeaderRow() >= 0 && m_hit->HeaderCol() >= 1 && button == kLeftButton)
+        emit HeaderClick(m_hit->HeaderRow(), m_hit->HeaderCol());
+    emit MouseDown(button, shift, x, y);
+}
+
+void vkTreeList::onMouseDoubleClick() {
+    m_doubleClicked = true;
+    if (m_picOut->MousePointer() == kBorderPointer) {
+        // On a column border a double click sizes that column to its texts, and does nothing else.
+        m_picOut->setMousePointer(kBusyPointer);
+        const auto restore = qScopeGuard([&] { m_picOut->setMousePointer(kDefaultPointer); });
+        AutoSize(m_borderColumn);
+        return;
+    }
+    // The second press of a double click is not a press of its own: the hit is the first one's.
+    if (m_hit->DataCol() >= 0 && m_hit->DataRow() >= 1 && m_hit->Button() == kLeftButton) {
+        if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
+            m_rows->Selected(row->Index(), m_hit->DataCol(), false);
+            if (row->HasChild() && m_expandOnDoubleClick)
+                toggleExpanded(row);
+            RedrawFrame(false);
+        }
+    }
+    emit DblClick();
+}
+
+void vkTreeList::onMouseMove(const QMouseEvent &event) {
+    const qint16 button = buttonMask(event.buttons());
+    const float x = float(event.position().x()), y = float(event.position().y());
+    trackColumnBorder(button, x, y);
+    emit MouseMove(button, shiftMask(event.modifiers()), x, y);
+}
+
+void vkTreeList::onMouseRelease(const QMouseEvent &event) {
+    // Letting the button go ends a column drag at once; waiting for the next move would leave
+    // the line on screen for as long as the mouse stays still.
+    if (m_dragging && !(event.buttons() & Qt::LeftButton))
+        endColumnDrag();
+    const qint16 button = buttonMask(event.button());
+    emit MouseUp(button, shiftMask(event.modifiers()), float(event.position().x()),
+                 float(event.position().y()));
+    // A click is a left press and release; the release that ends a double click is none.
+    if (button == kLeftButton && !m_doubleClicked)
+        emit Click();
+    m_doubleClicked = false;
+}
+
+void vkTreeList::trackColumnBorder(qint16 button, float x, float y) {
+    if (m_dragging) {
+        if (button & kLeftButton) {
+            m_picOut->invertVerticalLine(m_dragX);
+            m_dragX = qint32(std::lround(x));
+            m_picOut->invertVerticalLine(m_dragX);
+        } else {
+            endColumnDrag();
+        }
+        return;
+    }
+    qint32 border = 0;
+    qint16 column = 0;
+    if (y < float(m_rowHeight) * Headers()) {
+        // The right borders of header row 1's columns as the screen shows them.
+        const lsCells &cells = m_headers->at(1)->borrowCells();
+        qint32 right = m_horizontalOffset;
+        for (qint32 c = 1; c <= cells.Count() && !column; ++c) {
+            right += cells.cell(c)->Width();
+            if (right - kBorderReach <= x && x <= right + kBorderReach) {
+                column = toInt16(c);
+                border = right;
+            }
+        }
+    }
+    if (!column) {
+        m_picOut->setMousePointer(kDefaultPointer);
+        return;
+    }
+    m_borderColumn = column;
+    m_picOut->setMousePointer(kBorderPointer);
+    if (button & kLeftButton) {
+        // A drag starts at the border itself, wherever within reach the pointer was.
+        m_dragging = true;
+        m_dragX = border;
+        m_picOut->invertVerticalLine(m_dragX);
+    }
+}
+
+void vkTreeList::endColumnDrag() {
+    m_picOut->invertVerticalLine(m_dragX);
+    m_dragging = false;
+    m_picOut->setMousePointer(kDefaultPointer);
+    const lsCell *header = m_headers->at(1)->borrowCells().cell(m_borderColumn);
+    if (!header)
+        return;
+    // No narrower than its title needs.
+    const qint32 left = header->Left() + m_horizontalOffset;
+    const qint32 width = std::max(m_dragX - left, m_picOut->TextWidth(header->Title()) + 4);
+    for (lsNodes *nodes : {m_rows.get(), m_headers.get()})
+        for (const lsNodePtr &row : *nodes)
+            if (lsCell *cell = row->borrowCells().cell(m_borderColumn))
+                cell->setWidth(width);
+    RedrawFrame(false);
+}
+
+void vkTreeList::onWheel(const QWheelEvent &event) {
+    // A wheel notch is 120; touchpads send parts of one, which add up to whole lines.
+    const QPoint delta = event.angleDelta();
+    if (delta.x() != 0 && !m_scrX->isHidden()) {
+        const int step = m_scrX->singleStep() * QApplication::wheelScrollLines();
+        m_scrX->setValue(m_scrX->value() - delta.x() * step / 120);
+    }
+    m_wheelRemainder += delta.y() * QApplication::wheelScrollLines();
+    const int lines = m_wheelRemainder / 120;
+    m_wheelRemainder -= lines * 120;
+    if (lines != 0)
+        scrollBy(lines > 0, std::abs(lines));
+}
+
+// --- Keyboard -----------------------------------------------------------------------------------
+
+qint16 vkTreeList::virtualKeyCode(int qtKey) {
+    if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9))
+        return qint16(qtKey);
+    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24)
+        return qint16(112 + (qtKey - Qt::Key_F1));
+    switch (qtKey) {
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return 9;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Shift:
+        return 16;
+    case Qt::Key_Control:
+        return 17;
+    case Qt::Key_Alt:
+        return 18;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Space:
+        return 32;
+    case Qt::Key_PageUp:
+        return 33;
+    case Qt::Key_PageDown:
+        return 34;
+    case Qt::Key_End:
+        return 35;
+    case Qt::Key_Home:
+        return 36;
+    case Qt::Key_Left:
+        return 37;
+    case Qt::Key_Up:
+        return 38;
+    case Qt::Key_Right:
+        return 39;
+    case Qt::Key_Down:
+        return 40;
+    case Qt::Key_Insert:
+        return 45;
+    case Qt::Key_Delete:
+        return 46;
+    default:
+        return 0;
+    }
+}
+
+void vkTreeList::onKeyPress(const QKeyEvent &event) {
+    const qint16 code = virtualKeyCode(event.key());
+    // The host hears the key after the selection moved.
+    navigate(code);
+    emit KeyDown(code, shiftMask(event.modifiers()));
+    // The character typed, if the key types one (Enter, Escape, Backspace and Tab do).
+    qint16 ascii = 0;
+    if (!event.text().isEmpty())
+        ascii = qint16(event.text().at(0).unicode());
+    else if (code == 13 || code == 27 || code == 8 || code == 9)
+        ascii = code;
+    if (ascii != 0)
+        emit KeyPress(ascii);
+}
+
+void vkTreeList::navigate(qint16 keyCode) {
+    const lsNodePtr row = m_rows->SelectedRow();
+    const lsCellPtr selectedCell = m_rows->SelectedCell();
+    const qint32 column = selectedCell ? selectedCell->Index() : 1;
+    switch (keyCode) {
+    case 38: // Up
+    case 40: // Down
+        if (row) {
+            lsNodePtr next;
+            if (keyCode == 38) {
+                next = m_rows->GetPrevNode(row, true);
+            } else {
+                m_rows->SetFirstNode(row->Index());
+                next = m_rows->GetNextNode(true);
+            }
+            // A row not on screen is reached by scrolling first; the selection stays until the
+            // next key.
+            if (next && next->Displayed())
+                selectRow(row, next, column);
+            else
+                scrollBy(keyCode == 38, 1);
+        }
+        break;
+    case 33: // Page Up
+    case 34: // Page Down
+        scrollBy(keyCode == 33, m_scrY->pageStep() - 1);
+        break;
+    case 36: // Home
+        m_scrY->setValue(m_scrY->minimum());
+        break;
+    case 35: // End
+        m_scrY->setValue(m_scrY->maximum());
+        break;
+    case 37: // Left
+    case 39: // Right
+        if (row && (keyCode == 37 ? column >= 2 : column < m_columns)) {
+            const qint32 to = keyCode == 37 ? column - 1 : column + 1;
+            SelectItem(row->Index(), to);
+            if (const lsCell *cell = row->borrowCells().cell(to))
+                scrollCellIntoView(*cell);
+        }
+        break;
+    case 13: // Enter
+        if (row && row->HasChild() && m_expandOnDoubleClick) {
+            toggleExpanded(row);
+            RedrawFrame(false);
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void vkTreeList::scrollCellIntoView(const lsCell &cell) {
+    if (m_scrX->isHidden())
+        return;
+    const qint32 shownFrom = -m_horizontalOffset, shownTo = shownFrom + m_picOut->ScaleWidth();
+    if (cell.Left() < shownFrom)
+        m_scrX->setValue(cell.Left());
+    else if (cell.Left() + cell.Width() > shownTo)
+        m_scrX->setValue(
+            std::min(m_scrX->maximum(), cell.Left() + cell.Width() - (shownTo - shownFrom)));
+}
+
+// --- Selection and expansion --------------------------------------------------------------------
+
+void vkTreeList::toggleExpanded(const lsNodePtr &row) {
+    const bool open = !row->Expanded();
+    m_rows->setExpanded(row, open);
+    if (open)
+        emit OnExpand(row->Index());
+    else
+        emit OnCollapse(row->Index());
+    RedrawFrame(false);
+}
+
+void vkTreeList::selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint32 column,
+                           bool multi) {
+    // Only the rows whose look changes are painted again, in place over the kept frame when
+    // nothing else changed since it was composed; otherwise the frame is composed anew.
+    const bool frameWasCurrent = rowsUnchangedSinceFrame();
+    const qint32 selectedBefore = m_rows->Selected(row->Index(), column, multi);
+    if (!multi && selectedBefore >= 2) {
+        RedrawFrame(false);
+        return;
+    }
+    bool inPlace = frameWasCurrent;
+    if (!multi && previous && previous->Displayed()) {
+        previous->setSelected(false);
+        inPlace = inPlace && repaintLineInPlace(previous);
+    }
+    row->setSelected(true);
+    inPlace = inPlace && repaintLineInPlace(row);
+    if (inPlace)
+        m_frameEdits = TreeEdits::count();
+    else
+        RedrawFrame(false);
 }

@@ -564,7 +564,15 @@ bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
     default:
         return false;
     }
-    if (!(frameInputs() == *m_frameInputs))
+    if (!repaintLineInPlace(row))
+        return false;
+    m_frameEdits = TreeEdits::count();
+    return true;
+}
+
+bool vkTreeList::repaintLineInPlace(const lsNodePtr &row) {
+    // The caller knows the frame was current before it changed how `row` looks, and nothing else.
+    if (!m_frameInputs || !(frameInputs() == *m_frameInputs))
         return false;
     std::vector<lsNodePtr> shown;
     if (!rowsShownInPlace(nullptr, shown))
@@ -574,6 +582,5 @@ bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
         return false;
     const size_t from = size_t(line - shown.begin());
     repaintShownRows(shown, from, from + 1, false);
-    m_frameEdits = TreeEdits::count();
     return true;
 }
