@@ -3,6 +3,10 @@
 #include "ErrorOf.h"
 #include "TreeListFixture.h"
 
+#include <QApplication>
+#include <QTest>
+#include <functional>
+
 namespace {
 
 class TreeListInputTest : public TreeListFixture {
@@ -103,6 +107,262 @@ TEST(HitTest, ClearAndPlusMinusBoxWithItsEdges) {
     }
     EXPECT_FALSE(hit.IsPlusMinusClick(ident, QString("abc"), 20));
     EXPECT_EQ(hit.IdentSize(), 19);
+}
+
+} // namespace
+
+namespace {
+
+// The host's view: every input event the control raises, in order.
+class TreeListMouseTest : public TreeListInputTest {
+protected:
+    void SetUp() override {
+        TreeListInputTest::SetUp();
+        list->setColumns(3);
+        addFlatRows(5);
+        list->AddItem("K2", lsChild, "C1", "Child1");
+        list->AddItem("K2", lsChild, "C2", "Child2");
+        list->Refresh();
+        record();
+    }
+    void record() {
+        const auto log = [this](const QString &s) { events << s; };
+        QObject::connect(list.get(), &vkTreeList::MouseDown, [=](qint16 b, qint16 s, float, float) {
+            log(QString("MouseDown %1 %2").arg(b).arg(s));
+        });
+        QObject::connect(list.get(), &vkTreeList::MouseUp, [=](qint16 b, qint16, float, float) {
+            log(QString("MouseUp %1").arg(b));
+        });
+        QObject::connect(list.get(), &vkTreeList::Click, [=] { log("Click"); });
+        QObject::connect(list.get(), &vkTreeList::DblClick, [=] { log("DblClick"); });
+        QObject::connect(list.get(), &vkTreeList::CellClick, [=](qint32 r, qint32 c) {
+            log(QString("CellClick %1 %2").arg(r).arg(c));
+        });
+        QObject::connect(list.get(), &vkTreeList::HeaderClick, [=](qint32 r, qint32 c) {
+            log(QString("HeaderClick %1 %2").arg(r).arg(c));
+        });
+        QObject::connect(list.get(), &vkTreeList::OnExpand,
+                         [=](qint32 r) { log(QString("OnExpand %1").arg(r)); });
+        QObject::connect(list.get(), &vkTreeList::OnCollapse,
+                         [=](qint32 r) { log(QString("OnCollapse %1").arg(r)); });
+        QObject::connect(list.get(), &vkTreeList::KeyDown,
+                         [=](qint16 k, qint16 s) { log(QString("KeyDown %1 %2").arg(k).arg(s)); });
+        QObject::connect(list.get(), &vkTreeList::KeyPress,
+                         [=](qint16 a) { log(QString("KeyPress %1").arg(a)); });
+        QObject::connect(list.get(), &vkTreeList::KeyUp,
+                         [=](qint16 k, qint16) { log(QString("KeyUp %1").arg(k)); });
+    }
+    // The middle of a row's cell on screen, from the cell's own box.
+    QPoint cellPoint(const QVariant &row, qint32 column) const {
+        const lsCell *cell = list->rows()->Item(row)->borrowCells().cell(column);
+        return {cell->Left() + list->HorizontalOffset() + cell->Width() / 2,
+                cell->Top() + cell->Height() / 2};
+    }
+    // The middle of a row's plus/minus box, from the row geometry.
+    QPoint boxPoint(const QVariant &row) const {
+        lsIdent ident;
+        ident.Refresh(list->rows()->Item(row), list->RowHeight(), nullptr, list->picOut());
+        return {ident.ExpX() + ident.ExpWidth() / 2, ident.ExpY() + ident.ExpHeight() / 2};
+    }
+    QStringList take() { return std::exchange(events, {}); }
+    // A move with the left button held (QTest moves carry no buttons).
+    void dragTo(QPoint at) {
+        QMouseEvent move(QEvent::MouseMove, at, list->picOut()->mapToGlobal(at), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(list->picOut(), &move);
+    }
+    QStringList events;
+};
+
+TEST_F(TreeListMouseTest, PressesRaiseTheirEventsInOrder) {
+    PictureBox *pic = list->picOut();
+    const QPoint header(headerCell(2).Left() + 5, 5);
+    const QPoint below(5, list->RowHeight() * 15);
+    const struct {
+        const char *what;
+        std::function<void()> act;
+        QStringList expected;
+    } cases[] = {
+        {"click on a cell",
+         [&] { QTest::mouseClick(pic, Qt::LeftButton, {}, cellPoint("K3", 2)); },
+         {"CellClick 5 2", "MouseDown 1 0", "MouseUp 1", "Click"}},
+        {"plus box opens, then the cell click",
+         [&] { QTest::mousePress(pic, Qt::LeftButton, {}, boxPoint("K2")); },
+         {"OnExpand 2", "CellClick 2 1", "MouseDown 1 0"}},
+        {"and closes",
+         [&] { QTest::mousePress(pic, Qt::LeftButton, {}, boxPoint("K2")); },
+         {"OnCollapse 2", "CellClick 2 1", "MouseDown 1 0"}},
+        {"box of a row without children",
+         [&] { QTest::mousePress(pic, Qt::LeftButton, {}, boxPoint("K4")); },
+         {"CellClick 6 1", "MouseDown 1 0"}},
+        {"below the last row",
+         [&] { QTest::mousePress(pic, Qt::LeftButton, {}, below); },
+         {"MouseDown 1 0"}},
+        {"left press on a header",
+         [&] { QTest::mousePress(pic, Qt::LeftButton, {}, header); },
+         {"HeaderClick 1 2", "MouseDown 1 0"}},
+        {"right press on a header",
+         [&] { QTest::mousePress(pic, Qt::RightButton, {}, header); },
+         {"MouseDown 2 0"}},
+        {"double click: the second press is the double click",
+         [&] {
+             QTest::mouseClick(pic, Qt::LeftButton, {}, cellPoint("K1", 1));
+             // A window system reports the second press as the double click, then its release.
+             QTest::mouseDClick(pic, Qt::LeftButton, {}, cellPoint("K1", 1));
+             QTest::mouseRelease(pic, Qt::LeftButton, {}, cellPoint("K1", 1));
+         },
+         {"CellClick 1 1", "MouseDown 1 0", "MouseUp 1", "Click", "DblClick", "MouseUp 1"}},
+    };
+    for (const auto &c : cases) {
+        take();
+        c.act();
+        const QStringList got = take();
+        // A press left down is let go before the next case, unheard.
+        for (Qt::MouseButton b : {Qt::LeftButton, Qt::RightButton})
+            if (QApplication::mouseButtons() & b)
+                QTest::mouseRelease(pic, b);
+        EXPECT_EQ(got.join(", ").toStdString(), c.expected.join(", ").toStdString()) << c.what;
+    }
+    EXPECT_EQ(list->failedEntries(), 0);
+}
+
+TEST_F(TreeListMouseTest, SelectionFollowsClicksScrollingAndModifiers) {
+    PictureBox *pic = list->picOut();
+    QTest::mouseClick(pic, Qt::LeftButton, {}, cellPoint("K4", 1));
+    EXPECT_EQ(list->rows()->SelectedRow(), list->rows()->Item("K4"));
+    // The frame shows the selection exactly as a full composition does.
+    const QImage inPlace = frame();
+    list->Refresh();
+    EXPECT_EQ(inPlace, frame());
+
+    list->setMultiSelect(true);
+    const auto selected = [&] {
+        QStringList keys;
+        for (const lsNodePtr &row : *list->rows())
+            if (row->Selected())
+                keys << row->Key().toString();
+        return keys;
+    };
+    QTest::mouseClick(pic, Qt::LeftButton, Qt::ControlModifier, cellPoint("K1", 1));
+    EXPECT_EQ(selected(), QStringList({"K1", "K4"}));
+    // Shift and Ctrl together select singly.
+    QTest::mouseClick(pic, Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier,
+                      cellPoint("K3", 1));
+    EXPECT_EQ(selected(), QStringList({"K3"}));
+
+    // After scrolling, a click hits the row drawn there.
+    makeControl(true, 300, 120);
+    list->setColumns(2);
+    addFlatRows(30);
+    record();
+    list->scrY()->setValue(10);
+    const lsNodePtr shown = list->rows()->Item(list->FirstDisplayedRow() + 1);
+    QTest::mouseClick(list->picOut(), Qt::LeftButton, {}, cellPoint(shown->Index(), 2));
+    EXPECT_EQ(list->rows()->SelectedRow(), shown);
+}
+
+TEST_F(TreeListMouseTest, ColumnBordersDragAndDoubleClick) {
+    PictureBox *pic = list->picOut();
+    const lsCell &first = headerCell(1);
+    const qint32 border = first.Left() + first.Width();
+    QTest::mouseMove(pic, QPoint(border + 3, 5));
+    EXPECT_EQ(pic->MousePointer(), 99);
+    QTest::mouseMove(pic, QPoint(border + 30, 5));
+    EXPECT_EQ(pic->MousePointer(), 0);
+
+    // A drag gives the column its new width in every row, header rows included.
+    const QImage before = frame();
+    QTest::mouseMove(pic, QPoint(border, 5));
+    QTest::mousePress(pic, Qt::LeftButton, {}, QPoint(border, 5));
+    // The drag starts at the first move with the button down, still within reach of the border.
+    dragTo(QPoint(border + 2, 5));
+    dragTo(QPoint(border + 40, 20));
+    QTest::mouseRelease(pic, Qt::LeftButton, {}, QPoint(border + 40, 20));
+    for (lsNodes *nodes : {list->rows(), list->headers()})
+        for (const lsNodePtr &row : *nodes)
+            EXPECT_EQ(row->borrowCells().cell(1)->Width(), first.Width());
+    EXPECT_EQ(first.Width(), border + 40 - first.Left());
+    EXPECT_NE(before, frame());
+
+    // Not narrower than its title.
+    const qint32 narrowest = pic->TextWidth(first.Title()) + 4;
+    const qint32 edge = first.Left() + first.Width();
+    QTest::mouseMove(pic, QPoint(edge, 5));
+    QTest::mousePress(pic, Qt::LeftButton, {}, QPoint(edge, 5));
+    dragTo(QPoint(edge - 1, 5));
+    dragTo(QPoint(first.Left() + 1, 5));
+    QTest::mouseRelease(pic, Qt::LeftButton, {}, QPoint(first.Left() + 1, 5));
+    EXPECT_EQ(first.Width(), narrowest);
+
+    // A double click on a border sizes the column to its texts and raises no DblClick.
+    list->setListCell(lslcData, 1, 2, QString(40, 'W'));
+    const lsCell &second = headerCell(2);
+    const QPoint onBorder(second.Left() + second.Width(), 5);
+    QTest::mouseMove(pic, onBorder);
+    take();
+    QTest::mouseDClick(pic, Qt::LeftButton, {}, onBorder);
+    EXPECT_FALSE(take().contains("DblClick"));
+    EXPECT_GT(second.Width(), pic->TextWidth(QString(40, 'W')));
+    EXPECT_EQ(pic->MousePointer(), 0);
+}
+
+TEST_F(TreeListMouseTest, KeysMoveTheSelectionScrollAndOpenBranches) {
+    makeControl(true, 300, 120);
+    list->setColumns(3);
+    addFlatRows(30);
+    list->AddItem("K1", lsChild, "C1", "Child");
+    record();
+    PictureBox *pic = list->picOut();
+    list->scrY()->setValue(list->scrY()->minimum());
+    list->SelectItem(1, 1);
+    take();
+    QTest::keyClick(pic, Qt::Key_Down);
+    EXPECT_EQ(list->rows()->SelectedRow()->Key().toString(), "K2");
+    EXPECT_EQ(take().join(", ").toStdString(), "KeyDown 40 0, KeyUp 40");
+    QTest::keyClick(pic, Qt::Key_Up);
+    EXPECT_EQ(list->rows()->SelectedRow()->Key().toString(), "K1");
+
+    // Enter opens and closes a branch only with ExpandOnDoubleClick.
+    take();
+    QTest::keyClick(pic, Qt::Key_Return);
+    EXPECT_EQ(take().join(", ").toStdString(), "OnExpand 1, KeyDown 13 0, KeyPress 13, KeyUp 13");
+    list->setExpandOnDoubleClick(false);
+    QTest::keyClick(pic, Qt::Key_Return);
+    EXPECT_TRUE(list->rows()->Item("K1")->Expanded());
+
+    // Left in column 1 and Right in the last column change nothing but still reach the host.
+    take();
+    QTest::keyClick(pic, Qt::Key_Left);
+    EXPECT_EQ(list->rows()->SelectedCell()->Index(), 1);
+    QTest::keyClick(pic, Qt::Key_Right);
+    QTest::keyClick(pic, Qt::Key_Right);
+    QTest::keyClick(pic, Qt::Key_Right);
+    EXPECT_EQ(list->rows()->SelectedCell()->Index(), 3);
+    EXPECT_EQ(take().filter("KeyDown").size(), 4);
+
+    // Down on the last row shown scrolls and leaves the selection where it was.
+    lsNodePtr last;
+    for (const lsNodePtr &row : *list->rows())
+        if (row->Displayed())
+            last = row;
+    list->SelectItem(last->Index(), 1);
+    const int value = list->scrY()->value();
+    QTest::keyClick(pic, Qt::Key_Down);
+    EXPECT_EQ(list->rows()->SelectedRow(), last);
+    EXPECT_EQ(list->scrY()->value(), value + 1);
+    QTest::keyClick(pic, Qt::Key_End);
+    EXPECT_EQ(list->scrY()->value(), list->scrY()->maximum());
+    QTest::keyClick(pic, Qt::Key_PageUp);
+    EXPECT_EQ(list->scrY()->value(), list->scrY()->maximum() - (list->scrY()->pageStep() - 1));
+    QTest::keyClick(pic, Qt::Key_Home);
+    EXPECT_EQ(list->scrY()->value(), list->scrY()->minimum());
+
+    // The wheel scrolls through the same path.
+    QWheelEvent wheel(QPointF(10, 40), pic->mapToGlobal(QPointF(10, 40)), {}, QPoint(0, -120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(pic, &wheel);
+    EXPECT_EQ(list->scrY()->value(), list->scrY()->minimum() + QApplication::wheelScrollLines());
+    EXPECT_EQ(list->failedEntries(), 0);
 }
 
 } // namespace
