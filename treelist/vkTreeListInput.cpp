@@ -335,10 +335,8 @@ void vkTreeList::navigate(qint16 keyCode) {
         }
         break;
     case 13: // Enter
-        if (row && row->HasChild() && m_expandOnDoubleClick) {
+        if (row && row->HasChild() && m_expandOnDoubleClick)
             toggleExpanded(row);
-            RedrawFrame(false);
-        }
         break;
     default:
         break;
@@ -359,13 +357,7 @@ void vkTreeList::scrollCellIntoView(const lsCell &cell) {
 // --- Selection and expansion --------------------------------------------------------------------
 
 void vkTreeList::toggleExpanded(const lsNodePtr &row) {
-    const bool open = !row->Expanded();
-    m_rows->setExpanded(row, open);
-    if (open)
-        emit OnExpand(row->Index());
-    else
-        emit OnCollapse(row->Index());
-    RedrawFrame(false);
+    setRowExpanded(row->Index(), !row->Expanded());
 }
 
 void vkTreeList::selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint32 column,

@@ -3,6 +3,7 @@
 #include "vkTreeList.h"
 
 #include "PictureBox.h"
+#include "VariantNumber.h"
 
 #include <cmath>
 
@@ -14,14 +15,6 @@ constexpr qint32 kAutoSizePadding = 12;
 
 qint32 roundHalfEven(double v) {
     return static_cast<qint32>(std::nearbyint(v));
-}
-
-qint32 toLong(const QVariant &value) {
-    bool ok = false;
-    const double d = value.toDouble(&ok);
-    if (!ok || value.typeId() == QMetaType::QVariantList)
-        throw TreeListError(TreeListError::TypeMismatch);
-    return toInt32(static_cast<qint64>(std::nearbyint(d)));
 }
 
 bool toBoolean(const QVariant &value) {
