@@ -59,6 +59,8 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     m_rowsLabel = new QLabel(this);
     m_cellLabel = new QLabel(this);
     m_timeLabel = new QLabel(this);
+    m_hitLabel = new QLabel(this);
+    statusBar()->addPermanentWidget(m_hitLabel);
     statusBar()->addPermanentWidget(m_rowsLabel);
     statusBar()->addPermanentWidget(m_cellLabel);
     statusBar()->addPermanentWidget(m_timeLabel);
@@ -75,6 +77,14 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     connect(timer, &QTimer::timeout, this, &DemoWindow::updateStatus);
     timer->start(StatusInterval);
     connect(m_tree, &vkTreeList::PropertyChanged, this, &DemoWindow::updateStatus);
+    // What the control's hit test finds under the mouse.
+    connect(m_tree, &vkTreeList::MouseMove, this, [this](qint16, qint16, float x, float y) {
+        const lsHitTestPtr hit = m_tree->HitTest(x, y);
+        m_hitLabel->setText(
+            hit->HeaderRow() >= 0
+                ? tr("Header %1, column %2").arg(hit->HeaderRow()).arg(hit->HeaderCol())
+                : tr("Line %1, column %2").arg(hit->DataRow()).arg(hit->DataCol()));
+    });
     // Errors inside the control's own event handling do not stop the program; show them.
     connect(m_tree, &vkTreeList::OnError, this, [this](qint32 number, const QString &text) {
         statusBar()->showMessage(tr("Error %1: %2").arg(number).arg(text), 10000);

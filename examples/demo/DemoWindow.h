@@ -65,4 +65,5 @@ private:
     QLabel *m_rowsLabel = nullptr;
     QLabel *m_cellLabel = nullptr;
     QLabel *m_timeLabel = nullptr;
+    QLabel *m_hitLabel = nullptr;
 };
