@@ -5,11 +5,13 @@
 // QTreeView over a QStandardItemModel, loaded with the same rows and texts, shown at the same size
 // with rows of our 18-pixel height, so the same rows are on screen. Prints the ratios at the end.
 #include "BenchSupport.h"
+#include "PictureBox.h"
 #include "vkTreeList.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QImage>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QStyledItemDelegate>
@@ -232,7 +234,7 @@ std::map<Case, std::unique_ptr<ModelView>> modelLoaded;
 
 struct Measured {
     double loadMs = 0, redrawLoadMs = 0, bytesPerRow = 0, keylessBytesPerRow = 0, firstFrameMs = 0,
-           frameMs = 0, scrollMs = 0, destroyMs = 0;
+           frameMs = 0, scrollMs = 0, hitTestMs = 0, keyScrollMs = 0, destroyMs = 0;
     int rowsDrawn = 0;
 };
 std::map<std::tuple<Side, Shape, int>, Measured> results;
@@ -426,6 +428,55 @@ void BM_Scroll(benchmark::State &state, Side side, Case c) {
     }
 }
 
+// Hit tests over a grid of points covering the view: ours `HitTest` (a new object each), Qt's view
+// `indexAt` (the index under the point).
+void BM_HitTest(benchmark::State &state, Side side, Case c) {
+    QImage image;
+    vkTreeList *list = side == Side::Ours ? &shownOurs(c) : nullptr;
+    QTreeView *v = list ? nullptr : &shownView(side, c, image);
+    constexpr int kStep = 8;
+    for (auto _ : state) {
+        qint64 found = 0;
+        const double ms = timed([&] {
+            for (int y = 0; y < kHeight; y += kStep)
+                for (int x = 0; x < kWidth; x += kStep)
+                    found +=
+                        list ? list->HitTest(x, y)->DataCol() : v->indexAt(QPoint(x, y)).column();
+        });
+        benchmark::DoNotOptimize(found);
+        state.SetIterationTime(ms / 1000.0);
+        results[{side, c.first, c.second}].hitTestMs = ms;
+    }
+}
+
+// Down held: 1000 key presses from the first row, each ending with its frame (the selection
+// moves down the screen, then the list scrolls a line per press).
+void BM_KeyScroll(benchmark::State &state, Side side, Case c) {
+    QImage image;
+    vkTreeList *list = side == Side::Ours ? &shownOurs(c) : nullptr;
+    QTreeView *v = list ? nullptr : &shownView(side, c, image);
+    QWidget *target = list ? static_cast<QWidget *>(list->picOut()) : v;
+    for (auto _ : state) {
+        if (list) {
+            list->scrY()->setValue(list->scrY()->minimum());
+            list->SelectItem(1, 1);
+        } else {
+            v->scrollToTop();
+            v->setCurrentIndex(v->model()->index(0, 0));
+        }
+        const double ms = timed([&] {
+            for (int i = 0; i < kScrollSteps; ++i) {
+                QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+                QApplication::sendEvent(target, &down);
+                if (v)
+                    v->viewport()->render(&image);
+            }
+        });
+        state.SetIterationTime(ms / 1000.0);
+        results[{side, c.first, c.second}].keyScrollMs = ms;
+    }
+}
+
 void BM_Destroy(benchmark::State &state, Side side, Case c) {
     if (side == Side::Ours)
         ours(c);
@@ -477,6 +528,13 @@ void registerAll() {
                 once(benchmark::RegisterBenchmark(name("scroll", sideName, c).c_str(), BM_Scroll,
                                                   side, c));
         for (const auto &[side, sideName] : kSides)
+            once(benchmark::RegisterBenchmark(name("hit-test", sideName, c).c_str(), BM_HitTest,
+                                              side, c));
+        if (c.first == Shape::Flat && c.second > kScrollSteps)
+            for (const auto &[side, sideName] : kSides)
+                once(benchmark::RegisterBenchmark(name("key-scroll", sideName, c).c_str(),
+                                                  BM_KeyScroll, side, c));
+        for (const auto &[side, sideName] : kSides)
             once(benchmark::RegisterBenchmark(name("destroy", sideName, c).c_str(), BM_Destroy,
                                               side, c));
     }
@@ -495,6 +553,8 @@ void printTables() {
         {"first frame", &Measured::firstFrameMs},
         {"full frame", &Measured::frameMs},
         {"scroll 1000 lines", &Measured::scrollMs},
+        {"hit test, 7500 points", &Measured::hitTestMs},
+        {"Down key 1000 times", &Measured::keyScrollMs},
         {"destroy", &Measured::destroyMs}};
     for (const Case &c : cases())
         for (const auto &[operation, field] : operations) {

@@ -3,18 +3,44 @@
 #include "TreeListError.h"
 
 #include <cmath>
+#include <optional>
+
+namespace {
+
+// The number a value holds or reads as. The common numeric types are read directly: a hit test
+// converts its two coordinates on every mouse move.
+std::optional<double> numberIn(const QVariant &value) {
+    switch (value.typeId()) {
+    case QMetaType::Int:
+        return double(*static_cast<const int *>(value.constData()));
+    case QMetaType::Double:
+        return *static_cast<const double *>(value.constData());
+    case QMetaType::Float:
+        return double(*static_cast<const float *>(value.constData()));
+    case QMetaType::LongLong:
+        return double(*static_cast<const qlonglong *>(value.constData()));
+    case QMetaType::UnknownType:
+    case QMetaType::QVariantList:
+        return std::nullopt;
+    default: {
+        bool ok = false;
+        const double d = value.toDouble(&ok);
+        return ok ? std::optional<double>(d) : std::nullopt;
+    }
+    }
+}
+
+} // namespace
 
 bool isNumeric(const QVariant &value) {
-    bool ok = false;
-    if (value.isValid() && value.typeId() != QMetaType::QVariantList)
-        value.toDouble(&ok);
-    return ok;
+    return numberIn(value).has_value();
 }
 
 double toNumber(const QVariant &value) {
-    if (!isNumeric(value))
+    const std::optional<double> number = numberIn(value);
+    if (!number)
         throw TreeListError(TreeListError::TypeMismatch);
-    return value.toDouble();
+    return *number;
 }
 
 qint32 toLong(const QVariant &value) {
