@@ -49,6 +49,13 @@ qint32 lsCells::slotOf(qint32 position) const {
 }
 
 lsCell *lsCells::cellAt(qint32 position) const {
+    // Rows of a few cells keep them all in line: one pass over those slots finds the cell.
+    if (!m_extra) {
+        for (qint32 i = 0; i < kInline && m_inline[i].m_inUse; ++i)
+            if (!m_inline[i].m_removed && --position == 0)
+                return &m_inline[i];
+        return nullptr;
+    }
     if (position < 1 || position > Count())
         return nullptr;
     return slot(slotOf(position));

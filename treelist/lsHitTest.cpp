@@ -45,10 +45,9 @@ bool lsHitTest::Refresh(const QVariant &X, const QVariant &Y, qint32 RowHeight,
 qint32 lsHitTest::FindColumn(const lsNodes *Rows, qint32 X) const {
     // All rows share the cell positions of the first: the test is one-sided, so a point left of
     // the first column falls in column 1 and a column's right edge belongs to it.
-    const lsNodePtr first = Rows ? Rows->at(1) : nullptr;
-    if (!first)
+    if (!Rows || Rows->Count() < 1)
         return -1;
-    const lsCells &cells = first->borrowCells();
+    const lsCells &cells = (*Rows->begin())->borrowCells();
     const qint32 count = cells.Count();
     for (qint32 c = 1; c <= count; ++c) {
         const lsCell *cell = cells.cell(c);
