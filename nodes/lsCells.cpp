@@ -27,6 +27,19 @@ qint32 lsCells::Count() const {
     return n;
 }
 
+qint32 lsCells::firstReaching(qint64 X) const {
+    qint32 position = 0;
+    for (qint32 i = 0, inUse = used(); i < inUse; ++i) {
+        const lsCell *cell = slot(i);
+        if (cell->m_removed)
+            continue;
+        ++position;
+        if (X <= qint64(cell->Left()) + cell->Width())
+            return position;
+    }
+    return -1;
+}
+
 lsCells::Extra &lsCells::extra() {
     if (!m_extra) {
         auto extra = std::make_unique<Extra>();

@@ -40,6 +40,9 @@ public:
     lsCell *cell(qint32 position) const { return cellAt(position); }
     // Number of cells.
     qint32 Count() const;
+    // The 1-based position of the first cell whose right edge (Left + Width) is at or right of X,
+    // or -1; one pass, for hit tests that run on every mouse move.
+    qint32 firstReaching(qint64 X) const;
     // Removes every cell.
     void Clear();
     // Removes a cell by position or key; later cells move up. Their `Left` is not recomputed.

@@ -3,9 +3,6 @@
 #include "TreeListError.h"
 
 #include <cmath>
-#include <optional>
-
-namespace {
 
 // The number a value holds or reads as. The common numeric types are read directly: a hit test
 // converts its two coordinates on every mouse move.
@@ -30,8 +27,6 @@ std::optional<double> numberIn(const QVariant &value) {
     }
 }
 
-} // namespace
-
 bool isNumeric(const QVariant &value) {
     return numberIn(value).has_value();
 }
@@ -44,7 +39,17 @@ double toNumber(const QVariant &value) {
 }
 
 qint32 toLong(const QVariant &value) {
-    const double d = std::nearbyint(toNumber(value));
+    return roundToLong(toNumber(value));
+}
+
+qint32 roundToLong(double number) {
+    // Whole numbers in range, the usual case (pixel coordinates), need no rounding.
+    if (std::fabs(number) < 2147483648.0) {
+        const auto whole = static_cast<qint32>(number);
+        if (whole == number)
+            return whole;
+    }
+    const double d = std::nearbyint(number);
     // A double past the 64-bit range (or not a number) would not convert: it overflows as well.
     if (!(std::fabs(d) < 9.2e18))
         throw TreeListError(TreeListError::Overflow);

@@ -15,20 +15,34 @@ void lsHitTest::clearIds() {
 
 bool lsHitTest::Refresh(const QVariant &X, const QVariant &Y, qint32 RowHeight,
                         const lsNodes *Headers, const lsNodes *Rows, qint16 Button, qint16 Shift) {
-    if (!isNumeric(X) || !isNumeric(Y) || !Headers || !Rows ||
-        (Headers->Count() < 1 && Rows->Count() < 1)) {
+    if (!isNumeric(X) || !isNumeric(Y) || !hasRows(Headers, Rows)) {
         clearIds();
         return false;
     }
-    // Both convert before anything is stored: an overflowing Y leaves the fields as they were.
-    const qint32 x = toLong(X), y = toLong(Y);
+    return locate(toNumber(X), toNumber(Y), RowHeight, Headers, Rows, Button, Shift);
+}
+
+bool lsHitTest::locate(double X, double Y, qint32 RowHeight, const lsNodes *Headers,
+                       const lsNodes *Rows, qint16 Button, qint16 Shift) {
+    if (!hasRows(Headers, Rows)) {
+        clearIds();
+        return false;
+    }
+    // Both round before anything is stored: an overflowing Y leaves the fields as they were.
+    const qint32 x = roundToLong(X), y = roundToLong(Y);
+    if (RowHeight == 0)
+        divide(y, RowHeight); // raises the error a division by zero gives
     m_X = x;
     m_Y = y;
     m_Button = Button;
     m_Shift = Shift;
     // Toward minus infinity: a point above the surface gives line 0 or less, a header row that
-    // does not exist, on purpose (callers rule it out by the row they find).
-    const qint32 line = toInt32(qint64(std::floor(divide(m_Y, RowHeight))) + 1);
+    // does not exist, on purpose (callers rule it out by the row they find). Integer division
+    // floors exactly as the floating-point quotient would for any 32-bit values.
+    qint64 quotient = qint64(y) / RowHeight;
+    if (quotient * RowHeight != y && ((y < 0) != (RowHeight < 0)))
+        --quotient;
+    const qint32 line = toInt32(quotient + 1);
     const qint32 headers = Headers->Count();
     if (line > headers) {
         m_DataRow = line - headers;
@@ -42,19 +56,16 @@ bool lsHitTest::Refresh(const QVariant &X, const QVariant &Y, qint32 RowHeight,
     return true;
 }
 
+bool lsHitTest::hasRows(const lsNodes *Headers, const lsNodes *Rows) {
+    return Headers && Rows && (Headers->Count() > 0 || Rows->Count() > 0);
+}
+
 qint32 lsHitTest::FindColumn(const lsNodes *Rows, qint32 X) const {
     // All rows share the cell positions of the first: the test is one-sided, so a point left of
     // the first column falls in column 1 and a column's right edge belongs to it.
     if (!Rows || Rows->Count() < 1)
         return -1;
-    const lsCells &cells = (*Rows->begin())->borrowCells();
-    const qint32 count = cells.Count();
-    for (qint32 c = 1; c <= count; ++c) {
-        const lsCell *cell = cells.cell(c);
-        if (qint64(X) <= qint64(cell->Left()) + cell->Width())
-            return c;
-    }
-    return -1;
+    return (*Rows->begin())->borrowCells().firstReaching(X);
 }
 
 bool lsHitTest::IsPlusMinusClick(const lsIdent &mIdent, const QVariant &X, const QVariant &Y) {

@@ -20,6 +20,9 @@ public:
     // returns False, with the four IDs at -1, when X or Y is not a number or there are no rows.
     bool Refresh(const QVariant &X, const QVariant &Y, qint32 RowHeight, const lsNodes *Headers,
                  const lsNodes *Rows, qint16 Button = 0, qint16 Shift = 0);
+    // The same for a point already read as numbers (the control's own events and HitTest).
+    bool locate(double X, double Y, qint32 RowHeight, const lsNodes *Headers, const lsNodes *Rows,
+                qint16 Button = 0, qint16 Shift = 0);
     // The 1-based column at X in the first row of `Rows`, or -1 (right of the last column or no
     // rows). A point left of the first column counts for column 1.
     qint32 FindColumn(const lsNodes *Rows, qint32 X) const;
@@ -74,6 +77,7 @@ public:
     void setPlusMinusTop(qint32 v) { m_PlusMinusTop = v; }
 
 private:
+    static bool hasRows(const lsNodes *Headers, const lsNodes *Rows);
     void clearIds();
 
     qint16 m_Button = 0;

@@ -69,10 +69,13 @@ lsHitTestPtr vkTreeList::HitTest(const QVariant &X, const QVariant &Y, qint16 Bu
                                  qint16 Shift) const {
     auto hit = std::make_shared<lsHitTest>();
     // Points are on the screen; the cells lie where the unscrolled frame put them. A non-numeric
-    // X goes through as it is, and the hit test reports that nothing was hit.
-    const QVariant x =
-        isNumeric(X) ? QVariant(toNumber(X) + std::abs(double(m_horizontalOffset))) : X;
-    hit->Refresh(x, Y, m_rowHeight, m_headers.get(), m_rows.get(), Button, Shift);
+    // X or Y goes through as it is, and the hit test reports that nothing was hit.
+    const std::optional<double> x = numberIn(X), y = numberIn(Y);
+    if (x && y)
+        hit->locate(*x + std::abs(double(m_horizontalOffset)), *y, m_rowHeight, m_headers.get(),
+                    m_rows.get(), Button, Shift);
+    else
+        hit->Refresh(X, Y, m_rowHeight, m_headers.get(), m_rows.get(), Button, Shift);
     return hit;
 }
 

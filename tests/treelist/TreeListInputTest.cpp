@@ -30,6 +30,7 @@ TEST_F(TreeListInputTest, HitTestClassifiesPointsAgainstTheLaidOutCells) {
     const qint32 h = list->RowHeight();
     const lsCell &c1 = headerCell(1), &c3 = headerCell(3);
     const qint32 edge1 = c1.Left() + c1.Width(), end = c3.Left() + c3.Width();
+    const double even = edge1 - edge1 % 2; // an even X at or one left of column 1's edge
     const HitCase cases[] = {
         {"first header cell", 5, 0, true, -1, -1, 1, 1},
         {"last pixel of the header line", 5, h - 1, true, -1, -1, 1, 1},
@@ -41,6 +42,9 @@ TEST_F(TreeListInputTest, HitTestClassifiesPointsAgainstTheLaidOutCells) {
         {"below the last row still a data line", 5, h * 40, true, 40, 1, -1, -1},
         {"above the surface: header row 0", 5, -1, true, -1, -1, 0, 1},
         {"toward minus infinity", 5, -h - 1, true, -1, -1, -1, 1},
+        {"exactly one line up", 5, -h, true, -1, -1, 0, 1},
+        {"a half rounds down to even", even + 0.5, h, true, 1, 1, -1, -1},
+        {"a half rounds up to even", even + 1.5, h, true, 1, 2, -1, -1},
         {"numeric text", QString("5"), QString("%1").arg(h), true, 1, 1, -1, -1},
         {"X not a number", QString("abc"), 5, false, -1, -1, -1, -1},
         {"Y not a number", 5, QVariant(), false, -1, -1, -1, -1},
