@@ -54,7 +54,8 @@ void PictureBox::invertVerticalLine(qint32 x) {
         QRgb *pixel = reinterpret_cast<QRgb *>(m_screen.scanLine(y)) + x;
         *pixel = *pixel ^ 0x00FFFFFF;
     }
-    update(x, 0, 1, height());
+    if (!m_painting)
+        update(x, 0, 1, height());
 }
 
 void PictureBox::setMousePointer(qint16 pointer) {

@@ -96,8 +96,14 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     connect(m_scrX, &QScrollBar::valueChanged, this, [this](int value) {
         guarded("horizontal scroll", [&] { onHorizontalScroll(value); });
     });
-    connect(m_picOut, &PictureBox::paintRequested, this,
-            [this] { guarded("paint", [&] { RedrawFrame(true); }); });
+    connect(m_picOut, &PictureBox::paintRequested, this, [this] {
+        guarded("paint", [&] {
+            RedrawFrame(true);
+            // The frame was copied over the screen: a column drag's line goes back on top.
+            if (m_dragging)
+                m_picOut->invertVerticalLine(m_dragX);
+        });
+    });
     connect(m_picOut, &PictureBox::focusChanged, this, [this](bool focused) {
         guarded("focus change", [&] {
             // While the editor is open the grid keeps looking focused.

@@ -396,6 +396,7 @@ private:
     // no Click), wheel turns not yet worth a line.
     lsHitTestPtr m_hit;
     qint16 m_borderColumn = 0;
+    qint16 m_pressedBorder = 0; // the border column a left press landed on, until its release
     bool m_dragging = false;
     qint32 m_dragX = 0;
     bool m_doubleClicked = false;

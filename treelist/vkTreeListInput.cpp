@@ -96,6 +96,10 @@ void vkTreeList::onMousePress(const QMouseEvent &event) {
     const qint16 shift = shiftMask(event.modifiers());
     const float x = float(event.position().x()), y = float(event.position().y());
     m_doubleClicked = false;
+    // A left press on a border lets the drag start with the next move, wherever it lands: a
+    // quick hand can leave the border's reach between two move events.
+    m_pressedBorder =
+        button == kLeftButton && m_picOut->MousePointer() == kBorderPointer ? m_borderColumn : 0;
     m_hit->Clear();
     m_hit = HitTest(x, y, button, shift);
     const lsNodePtr previous = m_rows->SelectedRow();
@@ -150,6 +154,7 @@ void vkTreeList::onMouseRelease(const QMouseEvent &event) {
     // the line on screen for as long as the mouse stays still.
     if (m_dragging && !(event.buttons() & Qt::LeftButton))
         endColumnDrag();
+    m_pressedBorder = 0;
     const qint16 button = buttonMask(event.button());
     emit MouseUp(button, shiftMask(event.modifiers()), float(event.position().x()),
                  float(event.position().y()));
@@ -172,13 +177,16 @@ void vkTreeList::trackColumnBorder(qint16 button, float x, float y) {
     }
     qint32 border = 0;
     qint16 column = 0;
-    if (y < float(m_rowHeight) * Headers()) {
+    // A drag from a pressed border takes that border wherever the pointer has got to.
+    const qint16 pressed = (button & kLeftButton) ? m_pressedBorder : 0;
+    const lsNodePtr header = m_headers->at(1);
+    if (header && (pressed || y < float(m_rowHeight) * Headers())) {
         // The right borders of header row 1's columns as the screen shows them.
-        const lsCells &cells = m_headers->at(1)->borrowCells();
+        const lsCells &cells = header->borrowCells();
         qint32 right = m_horizontalOffset;
         for (qint32 c = 1; c <= cells.Count() && !column; ++c) {
             right += cells.cell(c)->Width();
-            if (right - kBorderReach <= x && x <= right + kBorderReach) {
+            if (pressed ? c == pressed : right - kBorderReach <= x && x <= right + kBorderReach) {
                 column = toInt16(c);
                 border = right;
             }
@@ -191,9 +199,11 @@ void vkTreeList::trackColumnBorder(qint16 button, float x, float y) {
     m_borderColumn = column;
     m_picOut->setMousePointer(kBorderPointer);
     if (button & kLeftButton) {
-        // A drag starts at the border itself, wherever within reach the pointer was.
+        // A drag starts at the border itself, wherever within reach the pointer was; one from a
+        // pressed border whose first move went past that reach starts where the pointer is.
         m_dragging = true;
-        m_dragX = border;
+        const bool near = border - kBorderReach <= x && x <= border + kBorderReach;
+        m_dragX = near ? border : qint32(std::lround(x));
         m_picOut->invertVerticalLine(m_dragX);
     }
 }
