@@ -8,6 +8,7 @@
 
 #include "EntryGuard.h"
 #include "HostContainer.h"
+#include "KeyCodes.h"
 #include "OffScreenDC.h"
 #include "PropertyBag.h"
 #include "ScaleConverter.h"
@@ -204,11 +205,9 @@ public:
     // The hit test of the last mouse press.
     const lsHitTest *lastHit() const { return m_hit.get(); }
 
-    // The virtual-key code of a Qt key, as KeyDown and KeyUp report it and navigation reads it:
-    // letters 65-90, digits 48-57, Enter 13, Escape 27, Space 32, Backspace 8, Tab 9, Shift 16,
-    // Control 17, Alt 18, Page Up 33, Page Down 34, End 35, Home 36, Left 37, Up 38, Right 39,
-    // Down 40, Insert 45, Delete 46, F1-F24 112-135; 0 for a key without one.
-    static qint16 virtualKeyCode(int qtKey);
+    // The virtual-key code of a Qt key, as KeyDown and KeyUp report it and navigation reads it
+    // (the table is in KeyCodes.h).
+    static qint16 virtualKeyCode(int qtKey) { return ::virtualKeyCode(qtKey); }
 
 signals:
     // A property changed; the key is the one the property bag uses.

@@ -7,6 +7,7 @@
 
 #include "vkTreeList.h"
 
+#include "KeyCodes.h"
 #include "PictureBox.h"
 #include "VariantNumber.h"
 
@@ -25,17 +26,6 @@ constexpr qint16 kBusyPointer = 13;
 constexpr qint16 kDefaultPointer = 0;
 // How far from a column border, in pixels, the pointer still counts as on it.
 constexpr qint32 kBorderReach = 8;
-
-qint16 buttonMask(Qt::MouseButtons buttons) {
-    return qint16((buttons & Qt::LeftButton ? 1 : 0) | (buttons & Qt::RightButton ? 2 : 0) |
-                  (buttons & Qt::MiddleButton ? 4 : 0));
-}
-
-qint16 shiftMask(Qt::KeyboardModifiers modifiers) {
-    return qint16((modifiers & Qt::ShiftModifier ? 1 : 0) |
-                  (modifiers & Qt::ControlModifier ? 2 : 0) |
-                  (modifiers & Qt::AltModifier ? 4 : 0));
-}
 
 } // namespace
 
@@ -241,67 +231,12 @@ void vkTreeList::onWheel(const QWheelEvent &event) {
 
 // --- Keyboard -----------------------------------------------------------------------------------
 
-qint16 vkTreeList::virtualKeyCode(int qtKey) {
-    if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9))
-        return qint16(qtKey);
-    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24)
-        return qint16(112 + (qtKey - Qt::Key_F1));
-    switch (qtKey) {
-    case Qt::Key_Backspace:
-        return 8;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-        return 9;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return 13;
-    case Qt::Key_Shift:
-        return 16;
-    case Qt::Key_Control:
-        return 17;
-    case Qt::Key_Alt:
-        return 18;
-    case Qt::Key_Escape:
-        return 27;
-    case Qt::Key_Space:
-        return 32;
-    case Qt::Key_PageUp:
-        return 33;
-    case Qt::Key_PageDown:
-        return 34;
-    case Qt::Key_End:
-        return 35;
-    case Qt::Key_Home:
-        return 36;
-    case Qt::Key_Left:
-        return 37;
-    case Qt::Key_Up:
-        return 38;
-    case Qt::Key_Right:
-        return 39;
-    case Qt::Key_Down:
-        return 40;
-    case Qt::Key_Insert:
-        return 45;
-    case Qt::Key_Delete:
-        return 46;
-    default:
-        return 0;
-    }
-}
-
 void vkTreeList::onKeyPress(const QKeyEvent &event) {
     const qint16 code = virtualKeyCode(event.key());
     // The host hears the key after the selection moved.
     navigate(code);
     emit KeyDown(code, shiftMask(event.modifiers()));
-    // The character typed, if the key types one (Enter, Escape, Backspace and Tab do).
-    qint16 ascii = 0;
-    if (!event.text().isEmpty())
-        ascii = qint16(event.text().at(0).unicode());
-    else if (code == 13 || code == 27 || code == 8 || code == 9)
-        ascii = code;
-    if (ascii != 0)
+    if (const qint16 ascii = keyAscii(event.text(), code))
         emit KeyPress(ascii);
 }
 
