@@ -1,5 +1,7 @@
 #include "StdFont.h"
 
+#include "TreeListError.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -69,4 +71,45 @@ void StdFont::rebuild() {
     f.setHintingPreference(QFont::PreferFullHinting);
     f.setStyleStrategy(QFont::NoSubpixelAntialias);
     m_qfont = f;
+}
+
+QVariant stdFontToVariant(const StdFontPtr &font) {
+    if (!font)
+        return QVariant();
+    QVariantMap map;
+    map.insert(QStringLiteral("Name"), font->Name());
+    map.insert(QStringLiteral("Size"), font->Size());
+    map.insert(QStringLiteral("Bold"), font->Bold());
+    map.insert(QStringLiteral("Italic"), font->Italic());
+    map.insert(QStringLiteral("Underline"), font->Underline());
+    map.insert(QStringLiteral("Strikethrough"), font->Strikethrough());
+    return map;
+}
+
+StdFontPtr stdFontFromVariant(const QVariantMap &map) {
+    auto font = std::make_shared<StdFont>();
+    const auto text = [&](const char *key, const QString &fallback) {
+        const QVariant v = map.value(QLatin1String(key), fallback);
+        if (v.typeId() != QMetaType::QString)
+            throw TreeListError(TreeListError::TypeMismatch);
+        return v.toString();
+    };
+    const auto flag = [&](const char *key) {
+        const QVariant v = map.value(QLatin1String(key), false);
+        if (v.typeId() != QMetaType::Bool)
+            throw TreeListError(TreeListError::TypeMismatch);
+        return v.toBool();
+    };
+    font->setName(text("Name", font->Name()));
+    const QVariant size = map.value(QStringLiteral("Size"), font->Size());
+    bool ok = false;
+    const double points = size.toDouble(&ok);
+    if (!ok || size.typeId() == QMetaType::QString || points <= 0)
+        throw TreeListError(TreeListError::TypeMismatch);
+    font->setSize(points);
+    font->setBold(flag("Bold"));
+    font->setItalic(flag("Italic"));
+    font->setUnderline(flag("Underline"));
+    font->setStrikethrough(flag("Strikethrough"));
+    return font;
 }

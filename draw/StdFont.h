@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QVariant>
 #include <memory>
 
 class StdFont {
@@ -50,3 +51,9 @@ private:
 };
 
 using StdFontPtr = std::shared_ptr<StdFont>;
+
+// A font in its saved form (a map of Name, Size, Bold, Italic, Underline, Strikethrough); no
+// font gives an empty value.
+QVariant stdFontToVariant(const StdFontPtr &font);
+// Builds a font from its saved form; a member of the wrong type raises type mismatch.
+StdFontPtr stdFontFromVariant(const QVariantMap &map);

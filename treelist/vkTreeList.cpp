@@ -19,48 +19,6 @@ constexpr OleColor kDefaultForeColor = 0x80000008;
 constexpr OleColor kDefaultBackColor = 0x80000005;
 constexpr qint32 kBorder3D = 2;
 
-QVariant fontToVariant(const StdFontPtr &font) {
-    if (!font)
-        return QVariant();
-    QVariantMap map;
-    map.insert(QStringLiteral("Name"), font->Name());
-    map.insert(QStringLiteral("Size"), font->Size());
-    map.insert(QStringLiteral("Bold"), font->Bold());
-    map.insert(QStringLiteral("Italic"), font->Italic());
-    map.insert(QStringLiteral("Underline"), font->Underline());
-    map.insert(QStringLiteral("Strikethrough"), font->Strikethrough());
-    return map;
-}
-
-// Builds a font from its saved form; a member of the wrong type is a type mismatch.
-StdFontPtr fontFromVariant(const QVariantMap &map) {
-    auto font = std::make_shared<StdFont>();
-    const auto text = [&](const char *key, const QString &fallback) {
-        const QVariant v = map.value(QLatin1String(key), fallback);
-        if (v.typeId() != QMetaType::QString)
-            throw TreeListError(TreeListError::TypeMismatch);
-        return v.toString();
-    };
-    const auto flag = [&](const char *key) {
-        const QVariant v = map.value(QLatin1String(key), false);
-        if (v.typeId() != QMetaType::Bool)
-            throw TreeListError(TreeListError::TypeMismatch);
-        return v.toBool();
-    };
-    font->setName(text("Name", font->Name()));
-    const QVariant size = map.value(QStringLiteral("Size"), font->Size());
-    bool ok = false;
-    const double points = size.toDouble(&ok);
-    if (!ok || size.typeId() == QMetaType::QString || points <= 0)
-        throw TreeListError(TreeListError::TypeMismatch);
-    font->setSize(points);
-    font->setBold(flag("Bold"));
-    font->setItalic(flag("Italic"));
-    font->setUnderline(flag("Underline"));
-    font->setStrikethrough(flag("Strikethrough"));
-    return font;
-}
-
 qint16 vbBool(bool v) {
     return v ? -1 : 0;
 }
@@ -203,9 +161,9 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
     const QVariant imageListName = bag.ReadProperty(QStringLiteral("ImageList"), QVariant());
     const bool enabled = flag("Enabled", true);
     const qint16 appearance = i16("Appearance", 1);
-    const QVariant ambient = fontToVariant(m_host->AmbientFont());
+    const QVariant ambient = stdFontToVariant(m_host->AmbientFont());
     const QVariant fontValue = bag.ReadProperty(QStringLiteral("Font"), ambient);
-    const StdFontPtr font = fontFromVariant(fontValue.toMap());
+    const StdFontPtr font = stdFontFromVariant(fontValue.toMap());
     const quint32 foreColor = u32("ForeColor", kDefaultForeColor);
     const quint32 backColor = u32("BackColor", kDefaultBackColor);
     const qint16 multiSelect = i16("MultiSelect", 0);
@@ -253,8 +211,8 @@ void vkTreeList::WriteProperties(PropertyBag &bag) const {
     bag.WriteProperty("Appearance", i16(m_appearance), i16(1));
     bag.WriteProperty("BackColor", QVariant::fromValue<quint32>(m_picOut->BackColor()),
                       QVariant::fromValue<quint32>(kDefaultBackColor));
-    bag.WriteProperty("Font", fontToVariant(m_picOut->Font()),
-                      fontToVariant(m_host->AmbientFont()));
+    bag.WriteProperty("Font", stdFontToVariant(m_picOut->Font()),
+                      stdFontToVariant(m_host->AmbientFont()));
     bag.WriteProperty("ForeColor", QVariant::fromValue<quint32>(m_picOut->ForeColor()),
                       QVariant::fromValue<quint32>(kDefaultForeColor));
     const QString listName = m_host->imageListName(m_imageList);
