@@ -1,0 +1,90 @@
+#include "EditButtonPainter.h"
+#include "GoldenImage.h"
+#include "SystemColors.h"
+#include "lsEditTypes.h"
+
+#include <QPainter>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Paint = bool (*)(QImage &, qint16, OleColor, OleColor);
+const Paint Select = &EditButtonPainter::DrawSelectButton,
+            Down = &EditButtonPainter::DrawDownButton;
+constexpr OleColor Green = 0x0000FF00, Red = 0x000000FF;
+constexpr qint16 States[] = {lsBtnDown, lsbtnFlat, lsBtnUp, lsBtnDisabled};
+
+QImage button(Paint paint, qint16 state, OleColor back = Green, OleColor fore = Red) {
+    QImage surface(17, 17, QImage::Format_RGB32);
+    paint(surface, state, back, fore);
+    return surface;
+}
+
+} // namespace
+
+TEST(EditButtonPainter, BothButtonsInEveryStateMatchTheirReferences) {
+    // The four states side by side on the editor's default colours, blue gaps between them.
+    for (auto [paint, name] :
+         {std::pair{Select, "select-button-states"}, {Down, "down-button-states"}}) {
+        QImage strip(4 * 19 - 2, 17, QImage::Format_RGB32);
+        strip.fill(Qt::blue);
+        for (int i = 0; i < 4; ++i)
+            QPainter(&strip).drawImage(i * 19, 0, button(paint, States[i], 0x8000000F, 0x80000012));
+        expectMatchesGolden(strip, name);
+    }
+}
+
+TEST(EditButtonPainter, FrameAndGlyphPixels) {
+    const QRgb back = oleTranslateColor(Green), fore = oleTranslateColor(Red);
+    const QRgb dark = 0xFF404040, shadow = 0xFF808080, hilite = 0xFFFFFFFF, light = 0xFFD4D0C8;
+    struct {
+        Paint paint;
+        qint16 state;
+        int x, y;
+        QRgb expected;
+        const char *what;
+    } const cases[] = {
+        {Select, lsbtnFlat, 0, 8, back, "no dark edge on the left"},
+        {Select, lsbtnFlat, 16, 16, dark, "dark bottom right"},
+        {Select, lsBtnDown, 0, 1, shadow, "sunken top left"},
+        {Select, lsBtnDown, 16, 16, hilite, "sunken bottom right"},
+        {Select, lsBtnUp, 0, 0, light, "raised top left"},
+        {Select, lsBtnUp, 15, 15, shadow, "raised inner bottom right"},
+        {Select, lsBtnUp, 4, 7, fore, "first dot in place"},
+        {Select, lsBtnUp, 6, 7, back, "gap between dots"},
+        {Select, lsBtnDown, 4, 7, back, "pressed dots moved"},
+        {Select, lsbtnFlat, 5, 8, fore, "flat dots placed as pressed"},
+        {Select, lsBtnDisabled, 4, 7, shadow, "disabled dot"},
+        {Down, lsBtnUp, 12, 6, back, "arrow top is 7 wide from x 5"},
+        {Down, lsBtnUp, 8, 9, fore, "arrow tip"},
+        {Down, lsbtnFlat, 9, 10, fore, "flat arrow tip"},
+        {Down, lsBtnDisabled, 8, 9, shadow, "disabled arrow"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(button(c.paint, c.state).pixel(c.x, c.y), c.expected) << c.what;
+}
+
+TEST(EditButtonPainter, UnknownStatesAndTinySurfaces) {
+    for (qint16 state : {qint16(-2), qint16(3)}) {
+        QImage surface = button(Down, state); // cleared all the same: blank, not a stale state
+        const QImage blank = surface;
+        EXPECT_EQ(blank.pixel(8, 8), oleTranslateColor(Green));
+        EXPECT_FALSE(Down(surface, state, Green, Red));
+        EXPECT_FALSE(EditButtonPainter::DrawButtonFrame(surface, state));
+        EXPECT_FALSE(EditButtonPainter::DrawEllipsisGlyph(surface, state, Red));
+        EXPECT_FALSE(EditButtonPainter::DrawArrowGlyph(surface, state, Red));
+        EXPECT_EQ(surface, blank);
+        EXPECT_EQ(button(Select, state), blank);
+    }
+    // QImage only warns about a pixel written out of range, so a warning fails the test.
+    static int warnings = 0;
+    const auto previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &) { ++warnings; });
+    for (const QSize size : {QSize(0, 0), QSize(1, 1), QSize(3, 3), QSize(1, 17), QSize(17, 2)})
+        for (qint16 state : States) {
+            QImage surface(size, QImage::Format_RGB32);
+            EXPECT_TRUE(Select(surface, state, Green, Red) && Down(surface, state, Green, Red));
+        }
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(warnings, 0);
+}
