@@ -1,0 +1,196 @@
+#pragma once
+// lsEdit: a small control that edits one value in place, as a text box, a text box with a
+// drop-down list (combo box), or a locked text box with an ellipsis button that hands the editing
+// to the host. It is closed (hidden) until `Edit` opens it and closes again on Enter, Escape,
+// `AbortEdit` or when the focus leaves it; a commit runs validate, announce, store through the
+// events `EditValidate` and `AfterEdit`.
+//
+// Sections of this header: life cycle; object model; children and buttons; signals; private
+// handlers (keys, focus, commits, drop-down list) and state.
+
+#include "EntryGuard.h"
+#include "HostContainer.h"
+#include "PropertyBag.h"
+#include "StdFont.h"
+#include "TreeListTypes.h"
+#include "lsEditTypes.h"
+
+#include <QFrame>
+#include <QVariant>
+#include <memory>
+
+class ButtonSurface;
+class EditTextBox;
+class QKeyEvent;
+class QListWidget;
+class QLineEdit;
+
+class lsEdit : public QFrame {
+    Q_OBJECT
+public:
+    // Creates the control with its hidden children and sets it up as a new instance (which closes
+    // it and raises OnClose once). The host may be null (a default run-mode host is used); it
+    // must outlive the control.
+    explicit lsEdit(QWidget *parent = nullptr, HostContainer *host = nullptr);
+    ~lsEdit() override;
+
+    // --- Life cycle ---------------------------------------------------------------------------
+    // Sets up a new instance: Value "", the ambient font, Mode 0, closed, ListIndex 0.
+    void InitProperties();
+    // Loads the ten persisted properties; a value of the wrong type raises type mismatch and
+    // changes nothing. The editor is closed between "Value" and "ListIndex", as at set-up.
+    void ReadProperties(const PropertyBag &bag);
+    // Saves the ten persisted properties (a value equal to its default is not stored). A Mode
+    // that is not a number cannot be stored in 32 bits and raises type mismatch.
+    void WriteProperties(PropertyBag &bag) const;
+
+    // --- Object model -------------------------------------------------------------------------
+    // Border of the control's surface: 0 none, 1 fixed single.
+    qint16 BorderStyle() const { return m_borderStyle; }
+    void setBorderStyle(qint16 value);
+    // Does nothing, on purpose.
+    void Refresh() {}
+    // Adds the text of Item to the drop-down list, at Index when given (else at the end); an
+    // Index outside 0..count raises invalid argument. Returns 0.
+    qint32 AddItem(const QVariant &Item, const QVariant &Index = QVariant());
+    // Look of the border: 0 flat, 1 3D.
+    qint16 Appearance() const { return m_appearance; }
+    void setAppearance(qint16 value);
+    // The value being edited (the old one during an edit, the committed one after it). Setting it
+    // does not touch the text box: only Edit fills that.
+    QVariant Value() const { return m_value; }
+    void setValue(const QVariant &value);
+    // Empties the text box and the drop-down list.
+    void Clear();
+    // Background colour (OLE colour) of the surface and, from the next Edit, of the text box.
+    OleColor BackColor() const { return m_backColor; }
+    void setBackColor(OleColor value);
+    // Text colour (OLE colour); also the colour of the buttons' glyphs.
+    OleColor ForeColor() const { return m_foreColor; }
+    void setForeColor(OleColor value);
+    // The font of the text box and the list.
+    StdFontPtr Font() const { return m_font; }
+    void setFont(const StdFontPtr &font);
+    using QWidget::setFont;
+    // The editing mode, compared with lsEditModeConstants; any other value is kept and makes
+    // Edit show nothing.
+    QVariant Mode() const { return m_mode; }
+    void setMode(const QVariant &value);
+    // The index of the list's selection (-1 none), read from the list and cached. Setting it
+    // selects that entry without committing; beyond 16 bits raises overflow.
+    qint32 ListIndex();
+    void setListIndex(qint32 value);
+    // Whether the control takes input.
+    bool Enabled() const { return isEnabled(); }
+    void setEnabled(bool value);
+    // Opens an edit in Mode (-1: the current one; any other value becomes the Mode property).
+    // Raises BeforeEdit first; a cancelled edit shows nothing. The result is empty.
+    QVariant Edit(const qint32 &Mode = -1);
+    // The unit of positions and sizes the host works in (kept and saved; the editor itself
+    // places its children in pixels).
+    qint16 ScaleMode() const { return m_scaleMode; }
+    void setScaleMode(qint16 value);
+    // Closes the editor without committing. The result is empty.
+    QVariant AbortEdit();
+    // The text of list entry Index, or "" when Index is not within 0..count-1.
+    QVariant List(const QVariant &Index) const;
+
+    // --- Children and buttons -----------------------------------------------------------------
+    // The text box, shown in every mode while an edit is open.
+    QLineEdit *txtEdit() const;
+    // The drop-down list of combo-box mode.
+    QListWidget *lstEdit() const { return m_list; }
+    // The ellipsis button of button mode.
+    QWidget *btnSelect() const;
+    // The arrow button of combo-box mode.
+    QWidget *btnDown() const;
+    // Draws the ellipsis button in a state (lsButtonStateConstants); false for an unknown one.
+    bool DrawSelectButton(qint16 State);
+    // Draws the arrow button in a state; false for an unknown one.
+    bool DrawDownButton(qint16 State);
+    // True while an edit is open (the control shown).
+    bool isEditing() const { return m_open; }
+
+signals:
+    // A property changed; the key is the one the property bag uses.
+    void PropertyChanged(const QString &key);
+    // The editor closed (possibly more than once for one edit).
+    void OnClose();
+    // Button mode: Enter or the ellipsis button. Xpos and Ypos are the editor's own left and top
+    // in its container; what the host puts into Value is the result of the edit.
+    void OnButtonClick(qint32 &Xpos, qint32 &Ypos, QVariant &Value);
+    // A commit passed validation. Changing NewValue here changes nothing: the text box counts.
+    void AfterEdit(QVariant &NewValue, QVariant &OldValue, bool &Changed);
+    // Edit is about to open; Cancel = true keeps it closed.
+    void BeforeEdit(bool &Cancel);
+    // Declared for hosts and never raised: the editor forwards no keyboard or mouse input.
+    void KeyDown(qint16 &KeyCode, qint16 &Shift);
+    void KeyPress(qint16 &KeyAscii);
+    void KeyUp(qint16 &KeyCode, qint16 &Shift);
+    void MouseDown(qint16 &Button, qint16 &Shift, float &X, float &Y);
+    void MouseMove(qint16 &Button, qint16 &Shift, float &X, float &Y);
+    void MouseUp(qint16 &Button, qint16 &Shift, float &X, float &Y);
+    // First step of every commit; Cancel = true discards the edit (the editor closes anyway).
+    void EditValidate(QVariant &NewValue, QVariant &OldValue, bool &Cancel);
+
+private:
+    template <typename Call> void guarded(const char *entry, Call &&call) {
+        m_guard.run(entry, std::forward<Call>(call));
+    }
+    void notify(const QString &key);
+    void applyFrame();
+    void applyColours();
+    // The current mode as 0, 1 or 2, or -1 for any other value.
+    qint32 modeNumber() const;
+
+    // Keys and focus (lsEditInput.cpp)
+    void connectInput();
+    void onTextKeyDown(qint16 keyCode);
+    void onKeyPress(qint16 &keyAscii);
+    void onTextGotFocus();
+    void onTextChanged();
+    void onFocusChanged(QWidget *old, QWidget *now);
+    bool contains(const QWidget *widget) const;
+    void exitFocus();
+    void CloseEditor();
+
+    // Commits
+    void CommitText();
+    void CommitListChoice();
+    void CommitButton();
+
+    // Drop-down list
+    qint32 SelectValueInList();
+    bool MatchListPrefix();
+    void onDownPressed(qint16 button);
+    void OpenDropDown();
+    void onListReleased();
+
+    HostContainer *m_host;
+    std::unique_ptr<HostContainer> m_ownHost;
+    EntryGuard m_guard;
+    EditTextBox *m_text;
+    QListWidget *m_list;
+    ButtonSurface *m_select;
+    ButtonSurface *m_down;
+
+    qint16 m_borderStyle = 0;
+    qint16 m_appearance = 1;
+    OleColor m_backColor = 0x8000000F;
+    OleColor m_foreColor = 0x80000012;
+    StdFontPtr m_font;
+    qint16 m_scaleMode = 1;
+    QVariant m_mode;
+    QVariant m_value;
+    qint32 m_listIndex = 0;
+    bool m_changed = false;
+    bool m_aborted = false;
+    bool m_suppressListCommit = false;
+    bool m_open = false;
+    bool m_focusInside = false;
+    // Where the control stood when a combo-box edit opened: the list grows it and it shrinks back.
+    qint32 m_savedTop = 0;
+    qint32 m_savedLeft = 0;
+    qint32 m_savedHeight = 0;
+    qint32 m_savedWidth = 0;
+};

@@ -1,0 +1,301 @@
+// The editor driven as a person drives it: real focus and key events in an active window.
+
+#include "lsEdit.h"
+#include "ErrorOf.h"
+#include "PropertyBag.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+#include <gtest/gtest.h>
+
+// Texts in failure messages as text.
+inline void PrintTo(const QString &text, std::ostream *os) {
+    *os << '"' << text.toStdString() << '"';
+}
+
+namespace {
+
+class lsEditTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        window = std::make_unique<QWidget>();
+        window->resize(320, 300);
+        other = new QLineEdit(window.get());
+        other->setGeometry(10, 10, 100, 22);
+        edit = new lsEdit(window.get());
+        edit->setGeometry(20, 100, 160, 22);
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        other->setFocus();
+        record();
+    }
+
+    // Records the editor's events; the hooks let a test answer them.
+    void record() {
+        QObject::connect(edit, &lsEdit::BeforeEdit, [this](bool &cancel) {
+            events << "BeforeEdit";
+            cancel = cancelBefore;
+        });
+        QObject::connect(edit, &lsEdit::EditValidate,
+                         [this](QVariant &newValue, QVariant &oldValue, bool &cancel) {
+                             events << QString("EditValidate %1 %2")
+                                           .arg(newValue.toString(), oldValue.toString());
+                             newValue = "rewritten";
+                             cancel = veto;
+                         });
+        QObject::connect(edit, &lsEdit::AfterEdit,
+                         [this](QVariant &newValue, QVariant &oldValue, bool &changed) {
+                             events << QString("AfterEdit %1 %2 %3")
+                                           .arg(newValue.toString(), oldValue.toString())
+                                           .arg(changed);
+                             newValue = "rewritten";
+                         });
+        QObject::connect(edit, &lsEdit::OnButtonClick,
+                         [this](qint32 &x, qint32 &y, QVariant &value) {
+                             events << QString("OnButtonClick %1 %2").arg(x).arg(y);
+                             value = "from dialog";
+                         });
+        QObject::connect(edit, &lsEdit::OnClose, [this] { events << "OnClose"; });
+    }
+
+    // The events so far, with repeated OnClose folded into one, then forgotten.
+    QStringList take() {
+        QStringList folded;
+        for (const QString &e : events)
+            if (!(e == "OnClose" && !folded.isEmpty() && folded.last() == "OnClose"))
+                folded << e;
+        events.clear();
+        return folded;
+    }
+
+    void fill(int entries) {
+        for (int i = 0; i < entries; ++i)
+            edit->AddItem(QString("Item %1").arg(i, 2, 10, QChar('0')));
+    }
+
+    std::unique_ptr<QWidget> window;
+    QLineEdit *other = nullptr;
+    lsEdit *edit = nullptr;
+    QStringList events;
+    bool cancelBefore = false;
+    bool veto = false;
+};
+
+TEST_F(lsEditTest, TextBoxCommitsOnEnterAndClickAwayButNotOnEscapeOrVeto) {
+    struct Case {
+        const char *what;
+        QString typed;
+        std::function<void()> end;
+        bool veto;
+        QStringList expected;
+        QString value;
+    };
+    const auto enter = [&] { QTest::keyClick(edit->txtEdit(), Qt::Key_Return); };
+    const auto escape = [&] { QTest::keyClick(edit->txtEdit(), Qt::Key_Escape); };
+    const auto away = [&] { other->setFocus(); };
+    const Case cases[] = {
+        {"Enter",
+         "new",
+         enter,
+         false,
+         {"BeforeEdit", "EditValidate new old", "AfterEdit new old 1", "OnClose"},
+         "new"},
+        {"unchanged text",
+         "",
+         enter,
+         false,
+         {"BeforeEdit", "EditValidate old old", "AfterEdit old old 0", "OnClose"},
+         "old"},
+        {"click away",
+         "new",
+         away,
+         false,
+         {"BeforeEdit", "EditValidate new old", "AfterEdit new old 1", "OnClose"},
+         "new"},
+        {"Escape", "new", escape, false, {"BeforeEdit", "OnClose"}, "old"},
+        {"veto", "new", enter, true, {"BeforeEdit", "EditValidate new old", "OnClose"}, "old"},
+    };
+    for (const Case &c : cases) {
+        edit->setValue("old");
+        veto = c.veto;
+        edit->Edit(lsEditTextBox);
+        ASSERT_TRUE(edit->isVisible()) << c.what;
+        // The text arrives selected, so typing replaces it.
+        EXPECT_EQ(edit->txtEdit()->selectedText(), "old") << c.what;
+        if (!c.typed.isEmpty())
+            QTest::keyClicks(edit->txtEdit(), c.typed);
+        c.end();
+        EXPECT_EQ(take(), c.expected) << c.what;
+        EXPECT_EQ(edit->Value().toString(), c.value) << c.what;
+        EXPECT_FALSE(edit->isVisible()) << c.what;
+    }
+
+    // A cancelled BeforeEdit shows nothing; Value set while open leaves the text alone.
+    cancelBefore = true;
+    edit->Edit();
+    EXPECT_FALSE(edit->isVisible());
+    cancelBefore = false;
+    edit->Edit();
+    edit->setValue("elsewhere");
+    EXPECT_EQ(edit->txtEdit()->text(), "old");
+    // Qt's own editing keys still work in the box.
+    QTest::keyClick(edit->txtEdit(), Qt::Key_End);
+    QTest::keyClick(edit->txtEdit(), Qt::Key_Backspace);
+    EXPECT_EQ(edit->txtEdit()->text(), "ol");
+    edit->AbortEdit();
+    EXPECT_EQ(edit->Value().toString(), "elsewhere");
+}
+
+TEST_F(lsEditTest, ComboBoxOpensItsListSearchesAndCommitsAChoice) {
+    for (const char *entry : {"Apple", "Banana", "Blueberry", "Cherry"})
+        edit->AddItem(entry);
+    edit->setValue("Cherry");
+    edit->Edit(lsEditComboBox);
+    EXPECT_EQ(edit->lstEdit()->currentRow(), 3);
+    EXPECT_TRUE(edit->lstEdit()->isHidden());
+
+    // A letter opens the list and starts a fresh search; the search wraps round and is blind to
+    // case, and the text is not completed.
+    QTest::keyClicks(edit->txtEdit(), "b");
+    EXPECT_FALSE(edit->lstEdit()->isHidden());
+    EXPECT_EQ(edit->txtEdit()->text(), "b");
+    EXPECT_EQ(edit->lstEdit()->currentRow(), 1);
+    QTest::keyClicks(edit->txtEdit(), "LU");
+    EXPECT_EQ(edit->txtEdit()->text(), "bLU");
+    EXPECT_EQ(edit->lstEdit()->currentRow(), 2);
+    QTest::keyClick(edit->txtEdit(), Qt::Key_Return);
+    EXPECT_EQ(take(), QStringList({"BeforeEdit", "EditValidate Blueberry Cherry",
+                                   "AfterEdit Blueberry Cherry 1", "OnClose"}));
+    EXPECT_EQ(edit->Value().toString(), "Blueberry");
+    EXPECT_EQ(edit->ListIndex(), 2);
+
+    // Text that matches no entry is never stored.
+    edit->Edit();
+    edit->lstEdit()->setCurrentRow(-1);
+    QTest::keyClicks(edit->txtEdit(), "zz");
+    EXPECT_EQ(edit->lstEdit()->currentRow(), -1);
+    QTest::keyClick(edit->txtEdit(), Qt::Key_Return);
+    EXPECT_EQ(take(), QStringList({"BeforeEdit", "OnClose"}));
+
+    // Down opens the list and gives it the keys; Enter there commits as in the text box.
+    edit->Edit();
+    QTest::keyClick(edit->txtEdit(), Qt::Key_Down);
+    ASSERT_FALSE(edit->lstEdit()->isHidden());
+    EXPECT_TRUE(edit->lstEdit()->hasFocus());
+    QTest::keyClick(edit->lstEdit(), Qt::Key_Up);
+    QTest::keyClick(edit->lstEdit(), Qt::Key_Return);
+    EXPECT_EQ(edit->Value().toString(), "Banana");
+
+    // A click on an entry closes, then commits once more with nothing changed.
+    edit->Edit();
+    QTest::mouseClick(edit->btnDown(), Qt::RightButton);
+    EXPECT_TRUE(edit->lstEdit()->isHidden());
+    QTest::mouseClick(edit->btnDown(), Qt::LeftButton);
+    ASSERT_FALSE(edit->lstEdit()->isHidden());
+    take();
+    const QRect apple = edit->lstEdit()->visualItemRect(edit->lstEdit()->item(0));
+    QTest::mouseClick(edit->lstEdit()->viewport(), Qt::LeftButton, {}, apple.center());
+    EXPECT_EQ(take(),
+              QStringList({"EditValidate Apple Banana", "AfterEdit Apple Banana 1", "OnClose",
+                           "EditValidate Apple Apple", "AfterEdit Apple Apple 0"}));
+}
+
+TEST_F(lsEditTest, DropDownSizesAndOpensUpwardsWhenShortOfRoomBelow) {
+    const int row = QFontMetrics(edit->Font()->qfont()).boundingRect("A").height();
+    struct Case {
+        int entries, top, rows;
+        bool upwards;
+    };
+    const Case cases[] = {
+        {20, 20, 8, false}, {3, 20, 4, false}, {0, 20, 1, false}, {3, 300 - 22 - row, 4, true}};
+    for (const Case &c : cases) {
+        edit->Clear();
+        fill(c.entries);
+        edit->setGeometry(20, c.top, 160, 22);
+        edit->Edit(lsEditComboBox);
+        const QPoint textOnScreen = edit->txtEdit()->mapToGlobal(QPoint());
+        QTest::mouseClick(edit->btnDown(), Qt::LeftButton);
+        const QString what = QString("%1 entries at %2").arg(c.entries).arg(c.top);
+        EXPECT_EQ(edit->lstEdit()->height(), c.rows * row) << qPrintable(what);
+        EXPECT_EQ(edit->height(), 22 + c.rows * row) << qPrintable(what);
+        EXPECT_EQ(edit->lstEdit()->y() < edit->txtEdit()->y(), c.upwards) << qPrintable(what);
+        EXPECT_EQ(edit->txtEdit()->mapToGlobal(QPoint()), textOnScreen) << qPrintable(what);
+        // A second press folds it away to the editor's old place and size.
+        QTest::mouseClick(edit->btnDown(), Qt::LeftButton);
+        EXPECT_EQ(edit->geometry(), QRect(20, c.top, 160, 22)) << qPrintable(what);
+        edit->AbortEdit();
+    }
+}
+
+TEST_F(lsEditTest, ButtonModeHandsTheValueToTheHost) {
+    edit->setValue("old");
+    edit->Edit(lsEditButton);
+    EXPECT_TRUE(edit->txtEdit()->isReadOnly());
+    QTest::keyClicks(edit->txtEdit(), "xyz");
+    EXPECT_EQ(edit->txtEdit()->text(), "old");
+    QTest::keyClick(edit->txtEdit(), Qt::Key_Return);
+    EXPECT_EQ(take(), QStringList({"BeforeEdit", "EditValidate old old", "AfterEdit old old 0",
+                                   "OnButtonClick 20 100", "OnClose"}));
+    EXPECT_EQ(edit->Value().toString(), "from dialog");
+
+    // Losing the focus commits nothing; a release of any button on the ellipsis acts as Enter.
+    edit->Edit();
+    other->setFocus();
+    EXPECT_EQ(take(), QStringList({"BeforeEdit", "OnClose"}));
+    edit->Edit();
+    QTest::mouseClick(edit->btnSelect(), Qt::RightButton);
+    EXPECT_TRUE(take().contains("OnButtonClick 20 100"));
+
+    // A key on a button acts as in the text box: Escape aborts.
+    veto = true;
+    edit->Edit();
+    edit->btnSelect()->setFocus();
+    QTest::keyClick(edit->btnSelect(), Qt::Key_Escape);
+    EXPECT_EQ(take(), QStringList({"BeforeEdit", "OnClose"}));
+    EXPECT_FALSE(edit->isVisible());
+}
+
+TEST(lsEditModel, MembersPersistenceAndSetUp) {
+    lsEdit edit;
+    int closes = 0;
+    QObject::connect(&edit, &lsEdit::OnClose, [&] { ++closes; });
+    edit.InitProperties();
+    EXPECT_EQ(closes, 1);
+    EXPECT_EQ(edit.AddItem("a"), 0);
+    EXPECT_EQ(edit.AddItem("b", 0), 0);
+    EXPECT_EQ(errorOf([&] { edit.AddItem("c", 5); }), 5);
+    EXPECT_EQ(edit.List(0).toString(), "b");
+    for (int outside : {-1, 2})
+        EXPECT_EQ(edit.List(outside).toString(), "") << outside;
+    // Any mode is kept; one outside 0..2 opens nothing.
+    edit.setMode(7);
+    edit.Edit();
+    EXPECT_FALSE(edit.isEditing());
+    EXPECT_EQ(edit.Mode().toInt(), 7);
+
+    // Defaults store nothing; the rest goes round, and a bad file changes nothing.
+    PropertyBag bag;
+    edit.setMode(0);
+    edit.WriteProperties(bag);
+    EXPECT_EQ(bag.count(), 0);
+    edit.setBorderStyle(1);
+    edit.setBackColor(0x00123456);
+    edit.setMode(lsEditComboBox);
+    edit.setValue(42);
+    edit.setListIndex(1);
+    edit.setScaleMode(3);
+    edit.WriteProperties(bag);
+    lsEdit copy;
+    copy.ReadProperties(bag);
+    EXPECT_EQ(std::tuple(copy.BorderStyle(), copy.BackColor(), copy.Mode().toInt(),
+                         copy.Value().toString(), copy.ScaleMode()),
+              std::tuple(qint16(1), OleColor(0x00123456), 1, QString("42"), qint16(3)));
+    ASSERT_TRUE(bag.fromJson(R"({"BorderStyle": 0, "Mode": "abc"})"));
+    EXPECT_EQ(errorOf([&] { copy.ReadProperties(bag); }), 13);
+    EXPECT_EQ(copy.BorderStyle(), 1);
+}
+
+} // namespace
