@@ -14,14 +14,21 @@ ButtonSurface::ButtonSurface(QWidget *parent) : QWidget(parent) {
 }
 
 void ButtonSurface::paintEvent(QPaintEvent *) {
-    QPainter(this).drawImage(0, 0, m_image);
+    QPainter(this).drawImage(0, 0, image());
+}
+
+QImage &ButtonSurface::image() {
+    if (m_image.size() != size()) {
+        m_image = QImage(size(), QImage::Format_RGB32);
+        m_image.fill(palette().color(QPalette::Button));
+    }
+    return m_image;
 }
 
 void ButtonSurface::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
     // Drawn anew by its owner at its new size; until then it shows the button face.
-    m_image = QImage(size(), QImage::Format_RGB32);
-    m_image.fill(palette().color(QPalette::Button));
+    image();
 }
 
 void ButtonSurface::mousePressEvent(QMouseEvent *event) {

@@ -11,8 +11,9 @@ class ButtonSurface : public QWidget {
 public:
     explicit ButtonSurface(QWidget *parent = nullptr);
 
-    // The picture to draw on, as large as the surface; call update() after drawing.
-    QImage &image() { return m_image; }
+    // The picture to draw on, as large as the surface now (a hidden widget hears of its new size
+    // only when shown); call update() after drawing.
+    QImage &image();
 
 signals:
     // A mouse button went down / up over the surface (pixels).

@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QHash>
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -105,8 +106,19 @@ void lsEdit::connectInput() {
 
 void lsEdit::onTextKeyDown(qint16 keyCode) {
     // Only the combo box reads keys here: they open its list.
-    if (modeNumber() != lsEditComboBox || !m_list->isHidden())
+    if (modeNumber() != lsEditComboBox)
         return;
+    if (!m_list->isHidden()) {
+        // With the list open its movement keys are the list's, wherever the focus is, as in
+        // any combo box.
+        static const QHash<qint16, Qt::Key> moves = {
+            {38, Qt::Key_Up}, {40, Qt::Key_Down}, {33, Qt::Key_PageUp}, {34, Qt::Key_PageDown}};
+        if (moves.contains(keyCode)) {
+            QKeyEvent move(QEvent::KeyPress, moves.value(keyCode), Qt::NoModifier);
+            QApplication::sendEvent(m_list, &move);
+        }
+        return;
+    }
     if (keyCode == 40 || keyCode == 38) {
         onDownPressed(kLeftButton);
     } else if (keyCode >= 20 && keyCode <= 127) {

@@ -166,6 +166,11 @@ TEST_F(lsEditTest, ComboBoxOpensItsListSearchesAndCommitsAChoice) {
     QTest::keyClicks(edit->txtEdit(), "LU");
     EXPECT_EQ(edit->txtEdit()->text(), "bLU");
     EXPECT_EQ(edit->lstEdit()->currentRow(), 2);
+    // With the list open, Up and Down typed in the box move in the list.
+    QTest::keyClick(edit->txtEdit(), Qt::Key_Down);
+    EXPECT_EQ(edit->lstEdit()->currentRow(), 3);
+    QTest::keyClick(edit->txtEdit(), Qt::Key_Up);
+    EXPECT_EQ(edit->lstEdit()->currentRow(), 2);
     QTest::keyClick(edit->txtEdit(), Qt::Key_Return);
     EXPECT_EQ(take(), QStringList({"BeforeEdit", "EditValidate Blueberry Cherry",
                                    "AfterEdit Blueberry Cherry 1", "OnClose"}));
@@ -234,6 +239,14 @@ TEST_F(lsEditTest, ButtonModeHandsTheValueToTheHost) {
     edit->setValue("old");
     edit->Edit(lsEditButton);
     EXPECT_TRUE(edit->txtEdit()->isReadOnly());
+    // The ellipsis shows its dots (in the button text colour, black) as soon as it is shown.
+    const QImage button = edit->btnSelect()->grab().toImage();
+    const int middle = button.height() / 2;
+    bool dots = false;
+    for (int x = 0; x < button.width(); ++x)
+        for (int y = middle - 2; y <= middle + 2; ++y)
+            dots = dots || button.pixel(x, y) == qRgb(0, 0, 0);
+    EXPECT_TRUE(dots);
     QTest::keyClicks(edit->txtEdit(), "xyz");
     EXPECT_EQ(edit->txtEdit()->text(), "old");
     QTest::keyClick(edit->txtEdit(), Qt::Key_Return);
