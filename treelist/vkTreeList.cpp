@@ -7,6 +7,7 @@
 #include "BuiltinPictures.h"
 #include "PictureBox.h"
 #include "SystemColors.h"
+#include "lsEdit.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -72,6 +73,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
         });
     });
     connectInput();
+    connectEditor();
 
     Initialize();
     setAppearance(m_appearance);
@@ -100,6 +102,7 @@ void vkTreeList::Initialize() {
     m_displayedRowCount = 0;
     m_firstDisplayedRow = 0;
     m_horizontalOffset = 0;
+    m_lseMisc->setScaleMode(m_scaleMode);
     for (int i = 0; i < 6; ++i)
         m_pictures[static_cast<size_t>(i)] = ::builtinPicture(101 + i);
 }

@@ -26,6 +26,7 @@
 #include <optional>
 
 class PictureBox;
+class lsEdit;
 class QLabel;
 class QScrollBar;
 class QKeyEvent;
@@ -209,6 +210,29 @@ public:
     // (the table is in KeyCodes.h).
     static qint16 virtualKeyCode(int qtKey) { return ::virtualKeyCode(qtKey); }
 
+    // --- Editing --------------------------------------------------------------------------------
+    // Opens the editor over a cell in a mode (-1: the current row, column or EditMode; the row
+    // and column used are written back). The cell becomes the selected one first. Ignored while
+    // an edit is open; the result is always false.
+    bool Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode);
+    bool Edit(qint32 &RowID, qint32 &ColID);
+    // The same for values that need nothing written back (Edit() edits the current cell).
+    bool Edit(const qint32 &RowID = -1, const qint32 &ColID = -1, const qint32 &Mode = -1);
+    // Closes an open edit without committing; returns "".
+    QString AbortEdit();
+    // Empties the editor's text and drop-down list (open or not).
+    void EditComboClear();
+    // Adds an entry to the drop-down list the next combo-box edit shows (at Index when given).
+    void EditComboAddItem(const QVariant &Item, const QVariant &Index = QVariant());
+    // The index of the drop-down list's selection (-1 none).
+    qint32 EditComboListIndex();
+    // The text of drop-down entry Index, or "".
+    QVariant EditComboList(const QVariant &Index) const;
+    // True while an edit is open (from Edit until the editor closes).
+    bool isEditing() const { return m_editing; }
+    // The editor the control edits with.
+    lsEdit *lseMisc() const;
+
 signals:
     // A property changed; the key is the one the property bag uses.
     void PropertyChanged(const QString &key);
@@ -235,6 +259,15 @@ signals:
     // A call that Qt made into the control (paint, resize, scrolling...) failed with this error;
     // the control stays usable and keeps its last good frame. Host calls throw instead.
     void OnError(qint32 Number, const QString &Description);
+    // The editor's events, arguments by reference: what the host assigns reaches the editor.
+    // An edit is about to open; Cancel = true keeps it closed (and Edit shut until AbortEdit).
+    void BeforeEdit(bool &Cancel);
+    // A commit is about to happen; Cancel = true discards it.
+    void ValidateEdit(QVariant &NewValue, QVariant &OldValue, bool &Cancel);
+    // A commit passed validation. The cell keeps its text unless the host writes NewValue.
+    void AfterEdit(QVariant &NewValue, QVariant &OldValue, bool &Changed);
+    // The ellipsis of a button-mode edit: the editor's left and top, and the Value to set.
+    void EditButtonClick(qint32 &Xpos, qint32 &Ypos, QVariant &Value);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -248,6 +281,7 @@ private:
     }
 
     // Life cycle
+    void connectEditor();
     void Initialize();
     void Terminate();
     void buildDesignSample();
@@ -386,6 +420,7 @@ private:
     qint32 m_displayedRowCount = 0;
     qint16 m_firstDisplayedRow = 0;
     bool m_editing = false;
+    lsEdit *m_lseMisc = nullptr;
     qint32 m_horizontalOffset = 0;
 
     // Painting

@@ -2,6 +2,8 @@
 
 #include "vkTreeList.h"
 
+#include "lsEdit.h"
+
 #include "PictureBox.h"
 
 #include <QDateTime>
@@ -191,6 +193,9 @@ vkTreeList::BarStates vkTreeList::barStates() const {
 void vkTreeList::onVerticalScroll(int value) {
     if (m_suspend)
         return;
+    // The editor would no longer lie over its cell: the edit is discarded, not committed.
+    if (m_editing)
+        m_lseMisc->AbortEdit();
     m_firstDisplayedRow = toInt16(rowAtDisplayPosition(value));
     RedrawFrame(false);
     emit Scroll();
@@ -199,6 +204,8 @@ void vkTreeList::onVerticalScroll(int value) {
 void vkTreeList::onHorizontalScroll(int value) {
     if (m_suspend)
         return;
+    if (m_editing)
+        m_lseMisc->AbortEdit();
     m_horizontalOffset = -value;
     RedrawFrame(false);
     emit Scroll();

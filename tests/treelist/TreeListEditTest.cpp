@@ -1,0 +1,104 @@
+// Editing cells in place: the tree list's Edit members with its editor in an active window.
+
+#include "TreeListFixture.h"
+#include "lsEdit.h"
+
+#include <QLineEdit>
+#include <QTest>
+
+namespace {
+
+class TreeListEditTest : public TreeListFixture {
+protected:
+    void SetUp() override {
+        makeControl(true, 300, 120);
+        list->setColumns(3);
+        addFlatRows(30);
+        list->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(list.get()));
+        QObject::connect(list.get(), &vkTreeList::BeforeEdit, [this](bool &cancel) {
+            events << "BeforeEdit";
+            cancel = cancelBefore;
+        });
+        QObject::connect(
+            list.get(), &vkTreeList::ValidateEdit,
+            [this](QVariant &v, QVariant &, bool &) { events << "ValidateEdit " + v.toString(); });
+        QObject::connect(
+            list.get(), &vkTreeList::AfterEdit,
+            [this](QVariant &v, QVariant &, bool &) { events << "AfterEdit " + v.toString(); });
+        QObject::connect(list.get(), &vkTreeList::EditButtonClick,
+                         [this](qint32 &, qint32 &, QVariant &value) {
+                             events << "EditButtonClick";
+                             value = "chosen";
+                         });
+    }
+
+    QLineEdit *box() const { return list->lseMisc()->txtEdit(); }
+
+    QStringList events;
+    bool cancelBefore = false;
+};
+
+TEST_F(TreeListEditTest, EditOpensOverTheCellAndNeverWritesIt) {
+    list->SelectItem(2, 2);
+    qint32 row = -1, column = -1, mode = -1;
+    list->Edit(row, column, mode);
+    // The current cell, written back to the caller.
+    EXPECT_EQ(std::tuple(row, column), std::tuple(2, 2));
+    ASSERT_TRUE(list->isEditing());
+    const lsCellPtr cell = list->rows()->Item(2)->Cells()->Item(2);
+    EXPECT_EQ(list->lseMisc()->geometry(), QRect(cell->Left() + cell->Xoffset(), cell->Top(),
+                                                 cell->Width() - cell->Xoffset(), cell->Height()));
+    EXPECT_EQ(box()->text(), cell->Title());
+    QTest::keyClicks(box(), "typed");
+    QTest::keyClick(box(), Qt::Key_Return);
+    EXPECT_EQ(events, QStringList({"BeforeEdit", "ValidateEdit typed", "AfterEdit typed"}));
+    EXPECT_FALSE(list->isEditing());
+    EXPECT_TRUE(list->picOut()->hasFocus());
+    // The host did not write it: the cell keeps its text.
+    EXPECT_NE(cell->Title(), "typed");
+
+    // Another cell is selected first; a mode given stays the EditMode.
+    list->Edit(5, 1, lsEditButton);
+    EXPECT_EQ(std::tuple(list->Row(), list->Col(), list->EditMode()), std::tuple(5, 1, 2));
+    QTest::keyClick(box(), Qt::Key_Return);
+    EXPECT_TRUE(events.contains("EditButtonClick"));
+    EXPECT_EQ(list->lseMisc()->Value().toString(), "chosen");
+}
+
+TEST_F(TreeListEditTest, CancelAbortScrollAndHorizontalOffset) {
+    // A cancelled BeforeEdit leaves the control editing: Edit stays shut until AbortEdit.
+    cancelBefore = true;
+    list->Edit(1, 1);
+    cancelBefore = false;
+    events.clear();
+    list->Edit(2, 1);
+    EXPECT_TRUE(events.isEmpty());
+    list->AbortEdit();
+    list->Edit(2, 1);
+    EXPECT_EQ(events, QStringList({"BeforeEdit"}));
+
+    // Scrolling discards the open edit: no validation, no commit.
+    QTest::keyClicks(box(), "lost");
+    list->scrY()->setValue(list->scrY()->value() + 3);
+    EXPECT_FALSE(list->isEditing());
+    EXPECT_EQ(events, QStringList({"BeforeEdit"}));
+
+    // In a horizontally scrolled list the editor's left edge moves with the cell.
+    list->setColumns(6);
+    ASSERT_FALSE(list->scrX()->isHidden());
+    list->scrX()->setValue(50);
+    list->Edit(list->FirstDisplayedRow(), 2);
+    const lsCellPtr cell = list->rows()->Item(list->FirstDisplayedRow())->Cells()->Item(2);
+    EXPECT_EQ(list->lseMisc()->x(), cell->Left() + cell->Xoffset() - 50);
+    list->AbortEdit();
+
+    // The combo members work with no edit open.
+    list->EditComboClear();
+    list->EditComboAddItem("one");
+    list->EditComboAddItem("zero", 0);
+    EXPECT_EQ(list->EditComboList(0).toString(), "zero");
+    EXPECT_EQ(list->EditComboList(2).toString(), "");
+}
+
+} // namespace
