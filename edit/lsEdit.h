@@ -158,6 +158,8 @@ private:
     void CommitText();
     void CommitListChoice();
     void CommitButton();
+    // Validate, announce, store: the text box's text becomes Value unless the host vetoes.
+    bool validateAnnounceStore();
 
     // Drop-down list
     qint32 SelectValueInList();

@@ -225,17 +225,22 @@ bool sameAs(const QString &text, const QVariant &value) {
 } // namespace
 
 void lsEdit::CommitText() {
+    validateAnnounceStore();
+}
+
+bool lsEdit::validateAnnounceStore() {
     // The text box is read afresh at each step: a host may veto, but not rewrite, through the
     // events' arguments.
     QVariant newValue = m_text->text();
     bool cancel = false;
     emit EditValidate(newValue, m_value, cancel);
     if (cancel)
-        return;
+        return false;
     m_changed = !sameAs(m_text->text(), m_value);
     QVariant announced = m_text->text();
     emit AfterEdit(announced, m_value, m_changed);
     m_value = m_text->text();
+    return true;
 }
 
 void lsEdit::CommitListChoice() {
@@ -247,16 +252,8 @@ void lsEdit::CommitListChoice() {
     if (row < 0 || row >= m_list->count())
         return;
     m_text->setText(m_list->item(row)->text());
-    QVariant newValue = m_text->text();
-    bool cancel = false;
-    emit EditValidate(newValue, m_value, cancel);
-    if (cancel)
-        return;
-    m_changed = !sameAs(m_text->text(), m_value);
-    QVariant announced = m_text->text();
-    emit AfterEdit(announced, m_value, m_changed);
-    m_value = m_text->text();
-    m_listIndex = m_list->currentRow();
+    if (validateAnnounceStore())
+        m_listIndex = m_list->currentRow();
 }
 
 void lsEdit::CommitButton() {
