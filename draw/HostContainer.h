@@ -1,8 +1,9 @@
 #pragma once
 // What the control needs of the application that hosts it: whether it runs or is being
 // designed, the ambient font, a way to let pending events run, and named objects (image
-// lists) that a saved layout refers to. The default implementation suits a plain Qt program:
-// run mode, DejaVu Sans 8 pt, no event processing, and a table of image lists.
+// lists) that a saved layout refers to, and whether message boxes may be shown. The default
+// implementation suits a plain Qt program: run mode, DejaVu Sans 8 pt, no event processing,
+// message boxes shown, and a table of image lists.
 
 #include "StdFont.h"
 #include "lsImageList.h"
@@ -32,7 +33,13 @@ public:
     // Switches between run mode (true) and design mode (false).
     void setAmbientUserMode(bool userMode) { m_userMode = userMode; }
 
+    // Whether the component may show message boxes. A box waits for a person: tests and hosts
+    // that run unattended turn them off (on a platform without a screen none is ever shown).
+    bool MessageBoxes() const { return m_messageBoxes; }
+    void setMessageBoxes(bool shown) { m_messageBoxes = shown; }
+
 private:
     bool m_userMode = true;
+    bool m_messageBoxes = true;
     QHash<QString, lsImageListPtr> m_imageLists;
 };

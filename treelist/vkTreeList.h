@@ -4,7 +4,7 @@
 // loads them through a PropertyBag. All drawing is composed off screen and shown in one copy.
 //
 // Sections of this header: life cycle; properties; columns and headers; rows and cells;
-// selection; viewport; painting; children; signals; private state.
+// selection; viewport; painting; children; editing; diagnostics; signals; private state.
 
 #include "EntryGuard.h"
 #include "HostContainer.h"
@@ -232,6 +232,18 @@ public:
     bool isEditing() const { return m_editing; }
     // The editor the control edits with.
     lsEdit *lseMisc() const;
+
+    // --- Diagnostics ----------------------------------------------------------------------------
+    // "<module>.ocx|<major>.<minor 00>.<revision 0###>|<comments>|" for this build; the text is
+    // also kept as the value the "ComponentVersion" property holds.
+    QVariant ComponentVersion();
+    // Ignores the value (the property is read-only in effect) and notifies "ComponentVersion".
+    void setComponentVersion(const QVariant &value);
+    // Times three walks over all rows, 100 repetitions each, drawing every row's text off
+    // screen; shows the report in a message box (unless the host turned them off) and returns
+    // it, one line per walk: start, end and elapsed seconds. List is accepted but not used.
+    QVariant Test(bool &List);
+    QVariant Test();
 
 signals:
     // A property changed; the key is the one the property bag uses.

@@ -1,0 +1,81 @@
+// The support members: the version text of this build and the timing self-test's report.
+
+#include "PropertyBag.h"
+#include "TreeListFixture.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+
+using TreeListDiagnosticsTest = TreeListFixture;
+
+TEST_F(TreeListDiagnosticsTest, ComponentVersionNamesThisBuildAndIgnoresPuts) {
+    // The project's version under the pictures: minor two digits, revision four.
+    const QStringList version = QStringLiteral(VKTL_VERSION).split(u'.');
+    const QString expected = QStringLiteral("vkTreeList32.ocx|%1.%2.%3|")
+                                 .arg(version[0])
+                                 .arg(version[1].toInt(), 2, 10, QChar(u'0'))
+                                 .arg(version[2].toInt(), 4, 10, QChar(u'0'));
+    const QString text = list->ComponentVersion().toString();
+    EXPECT_TRUE(text.startsWith(expected)) << qPrintable(text);
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("\\|[^|]*Built \\d{4}-\\d\\d-\\d\\d\\.\\|$"))
+                    .match(text)
+                    .hasMatch())
+        << qPrintable(text);
+
+    QStringList changes;
+    QObject::connect(list.get(), &vkTreeList::PropertyChanged,
+                     [&](const QString &key) { changes << key; });
+    list->setComponentVersion(QStringLiteral("9.99.9999"));
+    EXPECT_EQ(list->ComponentVersion().toString(), text);
+    EXPECT_EQ(changes, QStringList{QStringLiteral("ComponentVersion")});
+
+    // The text kept after a get is not a number: saved forms still hold the integer property.
+    PropertyBag bag;
+    list->WriteProperties(bag);
+    EXPECT_FALSE(bag.contains(QStringLiteral("ComponentVersion")));
+}
+
+TEST_F(TreeListDiagnosticsTest, TestReportsThreePassesAndLeavesTheViewAsItWas) {
+    const QRegularExpression line(QStringLiteral("^(Iterating using [^:]+: )(\\d+\\.\\d{7}) sec "
+                                                 "(\\d+\\.\\d{7}) sec (-?\\d+\\.\\d{3}) sec $"));
+    const QStringList titles = {QStringLiteral("Iterating using GetNextNode(): "),
+                                QStringLiteral("Iterating using 'For Each Node': "),
+                                QStringLiteral("Iterating using 'For I=1 to Count': ")};
+    const auto checkReport = [&](const QString &report) {
+        ASSERT_TRUE(report.endsWith(QStringLiteral("\r\n")));
+        const QStringList lines = report.chopped(2).split(QStringLiteral("\r\n"));
+        ASSERT_EQ(lines.size(), 3) << qPrintable(report);
+        for (int i = 0; i < 3; ++i) {
+            const QRegularExpressionMatch m = line.match(lines[i]);
+            ASSERT_TRUE(m.hasMatch()) << qPrintable(lines[i]);
+            EXPECT_EQ(m.captured(1), titles[i]);
+            // The elapsed time is the difference of the two readings (a day boundary aside).
+            const double start = m.captured(2).toDouble(), end = m.captured(3).toDouble();
+            if (end >= start) {
+                EXPECT_NEAR(m.captured(4).toDouble(), end - start, 0.0006) << qPrintable(lines[i]);
+            }
+        }
+    };
+
+    // An empty tree: three passes of empty walks.
+    bool listArgument = true;
+    checkReport(list->Test(listArgument).toString());
+    EXPECT_TRUE(listArgument);
+
+    list->setColumns(2);
+    addFlatRows(40);
+    list->AddItem(QStringLiteral("K3"), lsChild, QStringLiteral("C1"), QStringLiteral("Child"));
+    list->Collapse(QStringLiteral("K3"));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(list.get()));
+    list->picOut()->repaint();
+    const QImage before = *list->picOut()->screenImage();
+    checkReport(list->Test().toString());
+    // The walks draw aside: the next paint shows the same frame, rows and selection untouched.
+    list->picOut()->repaint();
+    EXPECT_TRUE(*list->picOut()->screenImage() == before);
+    EXPECT_EQ(list->Rows(), 41);
+}
+
+} // namespace
