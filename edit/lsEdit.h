@@ -133,6 +133,12 @@ signals:
     // First step of every commit; Cancel = true discards the edit (the editor closes anyway).
     void EditValidate(QVariant &NewValue, QVariant &OldValue, bool &Cancel);
 
+protected:
+    // Keys its parts leave unhandled stop here: they must not reach the widget the editor sits
+    // on (a grid would move its selection under an open edit).
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+
 private:
     template <typename Call> void guarded(const char *entry, Call &&call) {
         m_guard.run(entry, std::forward<Call>(call));

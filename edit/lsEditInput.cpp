@@ -394,3 +394,13 @@ void lsEdit::onListReleased() {
     CloseEditor();
     CommitListChoice();
 }
+
+// --- Keys left over -----------------------------------------------------------------------------
+
+void lsEdit::keyPressEvent(QKeyEvent *event) {
+    event->accept();
+}
+
+void lsEdit::keyReleaseEvent(QKeyEvent *event) {
+    event->accept();
+}

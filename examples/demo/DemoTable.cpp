@@ -29,3 +29,10 @@ QString DemoTable::text(int row, int column) const {
         return QString();
     return m_rows[row].cells.value(column);
 }
+
+bool DemoTable::setText(int row, int column, const QString &text) {
+    if (row < 0 || row >= m_rows.size() || column < 0 || column >= m_rows[row].cells.size())
+        return false;
+    m_rows[row].cells[column] = text;
+    return true;
+}

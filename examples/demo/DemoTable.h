@@ -12,12 +12,22 @@
 
 class DemoTable {
 public:
+    // How the user edits a column's cells in place.
+    enum class Editing {
+        None,   // read only
+        Text,   // a text box
+        Choice, // a text box with a drop-down list of `choices`
+        Dialog, // a locked text box whose ellipsis button opens a dialog
+    };
+
     struct Column {
         QString title;                         // header row 1
         QString note;                          // header row 2 (units, format)
         qint32 alignment = lsAlignLeftJustify; // lsAlignmentConstants
         int minWidth = 60;                     // pixels
         int maxWidth = 300;                    // pixels
+        Editing editing = Editing::None;
+        QStringList choices; // the drop-down list of a Choice column
     };
 
     struct Row {
@@ -44,6 +54,8 @@ public:
     int position(const QString &key) const;
     // Text of a row's column (0-based), "" when the row has fewer texts.
     QString text(int row, int column) const;
+    // Replaces a row's text in a column (0-based); false for a row or column that is not there.
+    bool setText(int row, int column, const QString &text);
 
 private:
     QList<Row> m_rows;

@@ -1,5 +1,6 @@
 #include "DemoWindow.h"
 
+#include "DemoEditor.h"
 #include "DemoPictures.h"
 #include "HostContainer.h"
 #include "PictureBox.h"
@@ -16,6 +17,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPushButton>
@@ -35,7 +37,7 @@ constexpr int StatusInterval = 250; // ms
 
 DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     : QMainWindow(parent), m_table(std::move(table)), m_tree(new vkTreeList(nullptr, &host)),
-      m_loader(*m_tree, m_table) {
+      m_loader(*m_tree, m_table), m_editor(new DemoEditor(*m_tree, m_table, this)) {
     setWindowTitle(tr("vkTreeList demo - %1").arg(m_table.caption));
     setWindowIcon(QPixmap::fromImage(DemoPictures::team(Qt::transparent)));
 
@@ -55,6 +57,7 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     layout->addWidget(m_tree, 1);
     layout->addWidget(buildPanel());
     setCentralWidget(central);
+    buildMenus();
 
     m_rowsLabel = new QLabel(this);
     m_cellLabel = new QLabel(this);
@@ -85,6 +88,8 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
                 ? tr("Header %1, column %2").arg(hit->HeaderRow()).arg(hit->HeaderCol())
                 : tr("Line %1, column %2").arg(hit->DataRow()).arg(hit->DataCol()));
     });
+    connect(m_editor, &DemoEditor::message, this,
+            [this](const QString &text) { statusBar()->showMessage(text, 6000); });
     // Errors inside the control's own event handling do not stop the program; show them.
     connect(m_tree, &vkTreeList::OnError, this, [this](qint32 number, const QString &text) {
         statusBar()->showMessage(tr("Error %1: %2").arg(number).arg(text), 10000);
@@ -160,6 +165,36 @@ QWidget *DemoWindow::buildPanel() {
     connect(save, &QPushButton::clicked, this, &DemoWindow::saveLayout);
     connect(load, &QPushButton::clicked, this, &DemoWindow::loadLayout);
     return panel;
+}
+
+void DemoWindow::buildMenus() {
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    edit->addAction(tr("Edit current cell"), QKeySequence(Qt::Key_F2), this,
+                    [this] { m_editor->editCurrent(); });
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("Self-test and &version..."), this, &DemoWindow::runDiagnostics);
+}
+
+void DemoWindow::runDiagnostics() {
+    const QString report = m_tree->Test().toString();
+    // "name.ocx|version|comments|": one item a line.
+    QStringList parts = m_tree->ComponentVersion().toString().split(u'|', Qt::SkipEmptyParts);
+    QMessageBox::information(
+        this, tr("About the control"),
+        tr("Component: %1\nVersion: %2\n%3").arg(parts.value(0), parts.value(1), parts.value(2)));
+    statusBar()->showMessage(report.section(QStringLiteral("\r\n"), 0, 0), 10000);
+}
+
+QRect DemoWindow::cellTextRect(qint32 row, qint32 column) const {
+    const lsNodePtr node = m_tree->Nodes(row);
+    const lsCellPtr cell = node ? node->Cells()->Item(column) : nullptr;
+    if (!cell)
+        return {};
+    const QRect onSurface(cell->Left() + cell->Xoffset() + m_tree->HorizontalOffset(), cell->Top(),
+                          cell->Width() - cell->Xoffset(), cell->Height());
+    return onSurface.translated(m_tree->picOut()->mapToGlobal(QPoint(0, 0)));
 }
 
 void DemoWindow::showcaseSelection() {

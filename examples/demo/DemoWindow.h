@@ -1,13 +1,15 @@
 #pragma once
-// The demo's main window: the tree list filled from a DemoTable, a side panel that switches the
-// control's look and saves or loads its layout, and a status bar with row count, current cell
-// and the time the last frame took.
+// The demo's main window: the tree list filled from a DemoTable with its cells edited in place, a
+// side panel that switches the control's look and saves or loads its layout, menus (quit, the
+// control's self-test and version), and a status bar with row count, current cell and the time
+// the last frame took.
 
 #include "DemoTable.h"
 #include "TreeLoader.h"
 
 #include <QMainWindow>
 
+class DemoEditor;
 class HostContainer;
 class QCheckBox;
 class QComboBox;
@@ -28,6 +30,11 @@ public:
     // and gives the grid the focus, so a first look shows the selection.
     void showcaseSelection();
 
+    // Where a cell's text lies on the screen (global coordinates), empty for no such cell.
+    QRect cellTextRect(qint32 row, qint32 column) const;
+    // The in-place editing of the demo's cells.
+    DemoEditor *editor() const { return m_editor; }
+
     // Writes the control's properties to a JSON file; false with the reason on failure.
     bool saveLayoutTo(const QString &path, QString *error = nullptr) const;
     // Reads the control's properties from a JSON file and brings the rows in line with them.
@@ -37,6 +44,9 @@ public:
 
 private:
     QWidget *buildPanel();
+    void buildMenus();
+    // Runs the control's timing self-test (which shows its report) and shows its version.
+    void runDiagnostics();
     void applyLineStyle(int style);
     void applyFocusType(int type);
     void applyColumns(int columns);
@@ -54,6 +64,7 @@ private:
     DemoTable m_table;
     vkTreeList *m_tree;
     TreeLoader m_loader;
+    DemoEditor *m_editor;
     QString m_layoutPath = QStringLiteral("layout.json");
 
     QComboBox *m_lineStyle = nullptr;

@@ -82,11 +82,25 @@ DemoTable DirectoryReader::read(const QString &root) const {
 
     DemoTable table;
     table.caption = QDir::toNativeSeparators(base.absolutePath());
+    using Editing = DemoTable::Editing;
     table.columns = {
-        {QStringLiteral("Name"), QString(), lsAlignLeftJustify, 200, 300},
-        {QStringLiteral("Size"), QStringLiteral("bytes / items"), lsAlignRightJustify, 80, 110},
-        {QStringLiteral("Type"), QString(), lsAlignLeftJustify, 110, 220},
-        {QStringLiteral("Modified"), QStringLiteral("local time"), lsAlignLeftJustify, 120, 150},
+        // Only the shown names edit: the files on disk are never touched.
+        {QStringLiteral("Name"), QString(), lsAlignLeftJustify, 200, 300, Editing::Text, {}},
+        {QStringLiteral("Size"),
+         QStringLiteral("bytes / items"),
+         lsAlignRightJustify,
+         80,
+         110,
+         Editing::None,
+         {}},
+        {QStringLiteral("Type"), QString(), lsAlignLeftJustify, 110, 220, Editing::None, {}},
+        {QStringLiteral("Modified"),
+         QStringLiteral("local time"),
+         lsAlignLeftJustify,
+         120,
+         150,
+         Editing::None,
+         {}},
     };
 
     // Pre-order, so that every row follows its parent.

@@ -120,14 +120,36 @@ DemoTable OrgChart::build() {
 
     DemoTable table;
     table.caption = QStringLiteral("Northwind Lattice Ltd. - organisation chart");
+    using Editing = DemoTable::Editing;
+    QStringList offices;
+    for (const char *office : Offices)
+        offices.append(QLatin1String(office));
     table.columns = {
-        {QStringLiteral("Name"), QStringLiteral("reports to the row above"), lsAlignLeftJustify,
-         230, 320},
-        {QStringLiteral("Title"), QString(), lsAlignLeftJustify, 150, 240},
-        {QStringLiteral("Department"), QString(), lsAlignLeftJustify, 130, 240},
-        {QStringLiteral("Office"), QString(), lsAlignLeftJustify, 70, 110},
-        {QStringLiteral("Ext."), QStringLiteral("phone"), lsAlignRightJustify, 50, 70},
-        {QStringLiteral("Since"), QStringLiteral("year-month"), lsAlignCenter, 70, 90},
+        {QStringLiteral("Name"),
+         QStringLiteral("reports to the row above"),
+         lsAlignLeftJustify,
+         230,
+         320,
+         Editing::Text,
+         {}},
+        {QStringLiteral("Title"), QString(), lsAlignLeftJustify, 150, 240, Editing::Text, {}},
+        {QStringLiteral("Department"), QString(), lsAlignLeftJustify, 130, 240, Editing::None, {}},
+        {QStringLiteral("Office"), QStringLiteral("pick from list"), lsAlignLeftJustify, 70, 110,
+         Editing::Choice, offices},
+        {QStringLiteral("Ext."),
+         QStringLiteral("phone"),
+         lsAlignRightJustify,
+         50,
+         70,
+         Editing::Text,
+         {}},
+        {QStringLiteral("Since"),
+         QStringLiteral("year-month ..."),
+         lsAlignCenter,
+         70,
+         110,
+         Editing::Dialog,
+         {}},
     };
     m_employees = 0;
     const QString ceo =

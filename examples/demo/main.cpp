@@ -1,5 +1,6 @@
 // vktl_demo: the tree list filled with a directory tree (given on the command line) or with a
-// built-in organisation chart. With --screenshot FILE it renders the window to a PNG and exits.
+// built-in organisation chart. With --screenshot FILE it renders the window to a PNG and exits;
+// with --where ROW,COLUMN it tells where a cell is on the screen (tests drive the window with it).
 
 #include "DemoWindow.h"
 #include "DirectoryReader.h"
@@ -12,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QStatusBar>
+#include <QTimer>
 #include <cstdio>
 #include <cstring>
 
@@ -46,6 +48,12 @@ int main(int argc, char *argv[]) {
         QStringLiteral("Renders the window off screen to <file> (PNG) and exits."),
         QStringLiteral("file"));
     parser.addOption(screenshotOption);
+    const QCommandLineOption whereOption(
+        QStringLiteral("where"),
+        QStringLiteral("Once the window is up, prints where the text of cell <row,column> lies on "
+                       "the screen (x y width height), for driving the window from outside."),
+        QStringLiteral("row,column"));
+    parser.addOption(whereOption);
     parser.addPositionalArgument(
         QStringLiteral("directory"),
         QStringLiteral("Directory to show, four levels deep, at most 32767 rows."),
@@ -79,6 +87,14 @@ int main(int argc, char *argv[]) {
             QStringLiteral("Read %L1 entries in %2 ms").arg(window.tree()->Rows()).arg(readTime),
             8000);
 
+    if (parser.isSet(whereOption)) {
+        const QStringList cell = parser.value(whereOption).split(u',');
+        QTimer::singleShot(0, &window, [&window, cell] {
+            const QRect r = window.cellTextRect(cell.value(0).toInt(), cell.value(1).toInt());
+            std::printf("%d %d %d %d\n", r.x(), r.y(), r.width(), r.height());
+            std::fflush(stdout);
+        });
+    }
     if (!parser.isSet(screenshotOption))
         return QApplication::exec();
 

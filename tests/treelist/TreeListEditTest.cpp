@@ -50,6 +50,10 @@ TEST_F(TreeListEditTest, EditOpensOverTheCellAndNeverWritesIt) {
     EXPECT_EQ(list->lseMisc()->geometry(), QRect(cell->Left() + cell->Xoffset(), cell->Top(),
                                                  cell->Width() - cell->Xoffset(), cell->Height()));
     EXPECT_EQ(box()->text(), cell->Title());
+    // Keys the editor does not use stay in it: the grid does not move under the edit.
+    QTest::keyClick(box(), Qt::Key_Down);
+    QTest::keyClick(box(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(list->Row(), 2);
     QTest::keyClicks(box(), "typed");
     QTest::keyClick(box(), Qt::Key_Return);
     EXPECT_EQ(events, QStringList({"BeforeEdit", "ValidateEdit typed", "AfterEdit typed"}));
