@@ -144,7 +144,7 @@ DemoTable OrgChart::build() {
          Editing::Text,
          {}},
         {QStringLiteral("Since"),
-         QStringLiteral("year-month ..."),
+         QStringLiteral("year-month"),
          lsAlignCenter,
          70,
          110,
