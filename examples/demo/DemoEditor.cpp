@@ -29,7 +29,7 @@ qint32 modeOf(DemoTable::Editing editing) {
 } // namespace
 
 DemoEditor::DemoEditor(vkTreeList &tree, DemoTable &table, QWidget *dialogParent)
-    : m_tree(tree), m_table(table), m_dialogParent(dialogParent) {
+    : QObject(dialogParent), m_tree(tree), m_table(table), m_dialogParent(dialogParent) {
     m_clickTimer.setSingleShot(true);
     connect(&m_clickTimer, &QTimer::timeout, this, [this] {
         if (m_pending)

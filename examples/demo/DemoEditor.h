@@ -18,7 +18,8 @@ class vkTreeList;
 class DemoEditor : public QObject {
     Q_OBJECT
 public:
-    // The control and table must outlive the editor; dialogs open over `dialogParent`.
+    // The control and table must outlive the editor, which `dialogParent` owns and over which
+    // its dialogs open.
     DemoEditor(vkTreeList &tree, DemoTable &table, QWidget *dialogParent);
 
     // Opens the editor over a cell (control row Index and column); false when the column does

@@ -57,7 +57,7 @@ QString OrgChart::addPerson(DemoTable &table, const QString &parentKey, const QS
     const QString key = QStringLiteral("emp-%1").arg(m_employees, 4, 10, QLatin1Char('0'));
     const int earliest = 2008 + (lead ? 0 : 4);
     return table.addRow(parentKey, key, lead ? QStringLiteral("team") : QStringLiteral("person"),
-                        {personName(), title, department, location, extension, since(earliest)});
+                        {personName(), title, location, since(earliest), extension, department});
 }
 
 void OrgChart::addDivision(DemoTable &table, const QString &ceoKey, const Division &division) {
@@ -124,6 +124,7 @@ DemoTable OrgChart::build() {
     QStringList offices;
     for (const char *office : Offices)
         offices.append(QLatin1String(office));
+    // The columns that edit come first, so that they are on the first screen.
     table.columns = {
         {QStringLiteral("Name"),
          QStringLiteral("reports to the row above"),
@@ -133,9 +134,15 @@ DemoTable OrgChart::build() {
          Editing::Text,
          {}},
         {QStringLiteral("Title"), QString(), lsAlignLeftJustify, 150, 240, Editing::Text, {}},
-        {QStringLiteral("Department"), QString(), lsAlignLeftJustify, 130, 240, Editing::None, {}},
-        {QStringLiteral("Office"), QStringLiteral("pick from list"), lsAlignLeftJustify, 70, 110,
+        {QStringLiteral("Office"), QStringLiteral("pick from list"), lsAlignLeftJustify, 90, 110,
          Editing::Choice, offices},
+        {QStringLiteral("Since"),
+         QStringLiteral("year-month"),
+         lsAlignCenter,
+         80,
+         110,
+         Editing::Dialog,
+         {}},
         {QStringLiteral("Ext."),
          QStringLiteral("phone"),
          lsAlignRightJustify,
@@ -143,13 +150,7 @@ DemoTable OrgChart::build() {
          70,
          Editing::Text,
          {}},
-        {QStringLiteral("Since"),
-         QStringLiteral("year-month"),
-         lsAlignCenter,
-         70,
-         110,
-         Editing::Dialog,
-         {}},
+        {QStringLiteral("Department"), QString(), lsAlignLeftJustify, 130, 240, Editing::None, {}},
     };
     m_employees = 0;
     const QString ceo =
