@@ -113,3 +113,27 @@ StdFontPtr stdFontFromVariant(const QVariantMap &map) {
     font->setStrikethrough(flag("Strikethrough"));
     return font;
 }
+
+QFont stdFontToQFont(const StdFontPtr &font) {
+    QFont result;
+    if (!font)
+        return result;
+    result.setFamily(font->Name());
+    result.setPointSizeF(font->Size());
+    result.setBold(font->Bold());
+    result.setItalic(font->Italic());
+    result.setUnderline(font->Underline());
+    result.setStrikeOut(font->Strikethrough());
+    return result;
+}
+
+StdFontPtr stdFontFromQFont(const QFont &font) {
+    const double points =
+        font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize() * 72.0 / 96.0;
+    auto result = std::make_shared<StdFont>(font.family(), points);
+    result->setBold(font.bold());
+    result->setItalic(font.italic());
+    result->setUnderline(font.underline());
+    result->setStrikethrough(font.strikeOut());
+    return result;
+}

@@ -57,3 +57,7 @@ using StdFontPtr = std::shared_ptr<StdFont>;
 QVariant stdFontToVariant(const StdFontPtr &font);
 // Builds a font from its saved form; a member of the wrong type raises type mismatch.
 StdFontPtr stdFontFromVariant(const QVariantMap &map);
+// The font as a QFont in points (family, size, style), the form Qt's property editors use.
+QFont stdFontToQFont(const StdFontPtr &font);
+// A new font object from a QFont (a size in pixels is taken at 96 dots per inch).
+StdFontPtr stdFontFromQFont(const QFont &font);

@@ -3,6 +3,8 @@
 
 #include "lsEdit.h"
 
+#include "PropertyNotify.h"
+
 #include "ButtonSurface.h"
 #include "EditButtonPainter.h"
 #include "EditTextBox.h"
@@ -127,6 +129,7 @@ void lsEdit::WriteProperties(PropertyBag &bag) const {
 
 void lsEdit::notify(const QString &key) {
     emit PropertyChanged(key);
+    emitPropertyNotify(*this, key);
 }
 
 void lsEdit::setBorderStyle(qint16 value) {

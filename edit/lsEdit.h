@@ -27,6 +27,20 @@ class QLineEdit;
 
 class lsEdit : public QFrame {
     Q_OBJECT
+    // The persisted properties, by the names the property bag uses; each notifies through its
+    // own signal besides PropertyChanged.
+    Q_PROPERTY(qint16 BorderStyle READ BorderStyle WRITE setBorderStyle NOTIFY BorderStyleChanged)
+    Q_PROPERTY(qint16 Appearance READ Appearance WRITE setAppearance NOTIFY AppearanceChanged)
+    Q_PROPERTY(QVariant Value READ Value WRITE setValue NOTIFY ValueChanged)
+    Q_PROPERTY(quint32 BackColor READ BackColor WRITE setBackColor NOTIFY BackColorChanged)
+    Q_PROPERTY(quint32 ForeColor READ ForeColor WRITE setForeColor NOTIFY ForeColorChanged)
+    Q_PROPERTY(QFont Font READ qtFont WRITE setQtFont NOTIFY FontChanged)
+    Q_PROPERTY(QVariant Mode READ Mode WRITE setMode NOTIFY ModeChanged)
+    Q_PROPERTY(qint32 ListIndex READ ListIndex WRITE setListIndex NOTIFY ListIndexChanged)
+    Q_PROPERTY(bool Enabled READ Enabled WRITE setEnabled NOTIFY EnabledChanged)
+    Q_PROPERTY(qint16 ScaleMode READ ScaleMode WRITE setScaleMode NOTIFY ScaleModeChanged)
+    Q_PROPERTY(bool Editing READ isEditing)
+
 public:
     // Creates the control with its hidden children and sets it up as a new instance (which closes
     // it and raises OnClose once). The host may be null (a default run-mode host is used); it
@@ -36,7 +50,7 @@ public:
 
     // --- Life cycle ---------------------------------------------------------------------------
     // Sets up a new instance: Value "", the ambient font, Mode 0, closed, ListIndex 0.
-    void InitProperties();
+    Q_INVOKABLE void InitProperties();
     // Loads the ten persisted properties; a value of the wrong type raises type mismatch and
     // changes nothing. The editor is closed between "Value" and "ListIndex", as at set-up.
     void ReadProperties(const PropertyBag &bag);
@@ -49,10 +63,10 @@ public:
     qint16 BorderStyle() const { return m_borderStyle; }
     void setBorderStyle(qint16 value);
     // Does nothing, on purpose.
-    void Refresh() {}
+    Q_INVOKABLE void Refresh() {}
     // Adds the text of Item to the drop-down list, at Index when given (else at the end); an
     // Index outside 0..count raises invalid argument. Returns 0.
-    qint32 AddItem(const QVariant &Item, const QVariant &Index = QVariant());
+    Q_INVOKABLE qint32 AddItem(const QVariant &Item, const QVariant &Index = QVariant());
     // Look of the border: 0 flat, 1 3D.
     qint16 Appearance() const { return m_appearance; }
     void setAppearance(qint16 value);
@@ -61,7 +75,7 @@ public:
     QVariant Value() const { return m_value; }
     void setValue(const QVariant &value);
     // Empties the text box and the drop-down list.
-    void Clear();
+    Q_INVOKABLE void Clear();
     // Background colour (OLE colour) of the surface and, from the next Edit, of the text box.
     OleColor BackColor() const { return m_backColor; }
     void setBackColor(OleColor value);
@@ -71,6 +85,9 @@ public:
     // The font of the text box and the list.
     StdFontPtr Font() const { return m_font; }
     void setFont(const StdFontPtr &font);
+    // The font as a QFont (family, point size, style), for Qt's property editors.
+    QFont qtFont() const { return stdFontToQFont(m_font); }
+    void setQtFont(const QFont &font) { setFont(stdFontFromQFont(font)); }
     using QWidget::setFont;
     // The editing mode, compared with lsEditModeConstants; any other value is kept and makes
     // Edit show nothing.
@@ -85,15 +102,15 @@ public:
     void setEnabled(bool value);
     // Opens an edit in Mode (-1: the current one; any other value becomes the Mode property).
     // Raises BeforeEdit first; a cancelled edit shows nothing. The result is empty.
-    QVariant Edit(const qint32 &Mode = -1);
+    Q_INVOKABLE QVariant Edit(const qint32 &Mode = -1);
     // The unit of positions and sizes the host works in (kept and saved; the editor itself
     // places its children in pixels).
     qint16 ScaleMode() const { return m_scaleMode; }
     void setScaleMode(qint16 value);
     // Closes the editor without committing. The result is empty.
-    QVariant AbortEdit();
+    Q_INVOKABLE QVariant AbortEdit();
     // The text of list entry Index, or "" when Index is not within 0..count-1.
-    QVariant List(const QVariant &Index) const;
+    Q_INVOKABLE QVariant List(const QVariant &Index) const;
 
     // --- Children and buttons -----------------------------------------------------------------
     // The text box, shown in every mode while an edit is open.
@@ -105,15 +122,26 @@ public:
     // The arrow button of combo-box mode.
     QWidget *btnDown() const;
     // Draws the ellipsis button in a state (lsButtonStateConstants); false for an unknown one.
-    bool DrawSelectButton(qint16 State);
+    Q_INVOKABLE bool DrawSelectButton(qint16 State);
     // Draws the arrow button in a state; false for an unknown one.
-    bool DrawDownButton(qint16 State);
+    Q_INVOKABLE bool DrawDownButton(qint16 State);
     // True while an edit is open (the control shown).
     bool isEditing() const { return m_open; }
 
 signals:
     // A property changed; the key is the one the property bag uses.
     void PropertyChanged(const QString &key);
+    // The same, one signal per property (the Q_PROPERTY notifications).
+    void BorderStyleChanged();
+    void AppearanceChanged();
+    void ValueChanged();
+    void BackColorChanged();
+    void ForeColorChanged();
+    void FontChanged();
+    void ModeChanged();
+    void ListIndexChanged();
+    void EnabledChanged();
+    void ScaleModeChanged();
     // The editor closed (possibly more than once for one edit).
     void OnClose();
     // Button mode: Enter or the ellipsis button. Xpos and Ypos are the editor's own left and top

@@ -1,11 +1,14 @@
 #pragma once
 // The editor's public enumerations.
 
-#include <QtGlobal>
+#include <QObject>
 
 // How the editor edits (lsEditTextBox 0, lsEditComboBox 1, lsEditButton 2). The tree list's
 // EditMode property holds the same values, so the enumeration lives once, in the shared types.
 #include "TreeListTypes.h"
+
+namespace lsEditConstants {
+Q_NAMESPACE
 
 // How an editor button is drawn.
 enum lsButtonStateConstants : qint16 {
@@ -14,3 +17,8 @@ enum lsButtonStateConstants : qint16 {
     lsBtnUp = 1,       // raised frame, glyph in place
     lsBtnDisabled = 2, // raised frame, glyph in the button-shadow colour
 };
+Q_ENUM_NS(lsButtonStateConstants)
+
+} // namespace lsEditConstants
+
+using namespace lsEditConstants;

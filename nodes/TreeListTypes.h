@@ -2,10 +2,15 @@
 // Enumerations and small value types shared by every layer of the component.
 // Enumerated properties are never range-checked: fields of these types hold any 32-bit value.
 
-#include <QtGlobal>
+#include <QObject>
 
 // An OLE colour: 0x00BBGGRR, or 0x80000000 + n naming system colour n.
 using OleColor = quint32;
+
+// The enumerations live in a namespace that Qt's meta-object system knows (value names reach
+// Designer, QML and QMetaEnum), and are used unqualified everywhere through the directive below.
+namespace vkTreeListConstants {
+Q_NAMESPACE
 
 // Where `lsNodes::Add` places a new row relative to an existing one.
 enum lsRelationshipConstants : qint32 {
@@ -15,12 +20,14 @@ enum lsRelationshipConstants : qint32 {
     lsPrevious = 3,
     lsChild = 4,
 };
+Q_ENUM_NS(lsRelationshipConstants)
 
 // What a click or the keyboard selects: a whole row or one cell.
 enum lsSelectConstants : qint32 {
     lsSelectFullRow = 0,
     lsSelectCell = 1,
 };
+Q_ENUM_NS(lsSelectConstants)
 
 // How the in-place editor edits a cell.
 enum lsEditModeConstants : qint32 {
@@ -28,12 +35,14 @@ enum lsEditModeConstants : qint32 {
     lsEditComboBox = 1,
     lsEditButton = 2,
 };
+Q_ENUM_NS(lsEditModeConstants)
 
 // The control window's border look.
 enum lsAppearanceConstants : qint32 {
     lsAppFlat = 0,
     lsApp3D = 1,
 };
+Q_ENUM_NS(lsAppearanceConstants)
 
 // Horizontal text alignment in a cell.
 enum lsAlignmentConstants : qint32 {
@@ -41,6 +50,7 @@ enum lsAlignmentConstants : qint32 {
     lsAlignRightJustify = 1,
     lsAlignCenter = 2,
 };
+Q_ENUM_NS(lsAlignmentConstants)
 
 // How tree lines are drawn.
 enum lsLineStyle : qint32 {
@@ -48,6 +58,7 @@ enum lsLineStyle : qint32 {
     lsLineSolid = 1,
     lsLineDotted = 2,
 };
+Q_ENUM_NS(lsLineStyle)
 
 // Frame style of a drawn rectangle (and of a cell).
 enum class Appearances : qint32 {
@@ -57,6 +68,7 @@ enum class Appearances : qint32 {
     Selected = 3,
     Raised3D = 4,
 };
+Q_ENUM_NS(Appearances)
 
 // Caption placement in a rectangle: value mod 3 is horizontal (centre, left, right), value div 3
 // vertical (centre, top, bottom). `caBottomright` keeps its published lower-case r.
@@ -71,6 +83,7 @@ enum CaptionAlignments : qint32 {
     caBottomLeft = 7,
     caBottomright = 8,
 };
+Q_ENUM_NS(CaptionAlignments)
 
 // The cell property that `ListCell` and `HeaderCell` read or write (names keep their mixed case).
 enum lsListCellProperties : qint32 {
@@ -87,3 +100,8 @@ enum lsListCellProperties : qint32 {
     lslcbackColor = 10,
     lsLCSelected = 11,
 };
+Q_ENUM_NS(lsListCellProperties)
+
+} // namespace vkTreeListConstants
+
+using namespace vkTreeListConstants;

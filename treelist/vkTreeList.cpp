@@ -4,6 +4,8 @@
 
 #include "vkTreeList.h"
 
+#include "PropertyNotify.h"
+
 #include "BuiltinPictures.h"
 #include "PictureBox.h"
 #include "SystemColors.h"
@@ -13,6 +15,7 @@
 #include <QPainter>
 #include <QResizeEvent>
 #include <QScrollBar>
+#include <QStyle>
 
 namespace {
 
@@ -77,6 +80,9 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
 
     Initialize();
     setAppearance(m_appearance);
+    // Created the way Qt creates widgets (a form, a layout, new with a parent and nothing more),
+    // the control must already be a new instance with its header row.
+    InitProperties();
 }
 
 vkTreeList::~vkTreeList() {
@@ -287,6 +293,16 @@ void vkTreeList::fillSampleTexts(qint32 rowIndex) {
 
 void vkTreeList::notify(const QString &key) {
     emit PropertyChanged(key);
+    emitPropertyNotify(*this, key);
+}
+
+QSize vkTreeList::sizeHint() const {
+    return {320, m_rowHeight * (m_headerCount + 12) + 2 * kBorder3D};
+}
+
+QSize vkTreeList::minimumSizeHint() const {
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return {3 * bar + 2 * kBorder3D, m_rowHeight * (m_headerCount + 1) + bar + 2 * kBorder3D};
 }
 
 // --- Properties ---------------------------------------------------------------------------------
@@ -348,6 +364,22 @@ void vkTreeList::setForeColor(OleColor value) {
 void vkTreeList::setImageList(const lsImageListPtr &list) {
     m_imageList = list;
     notify("ImageList");
+}
+
+QString vkTreeList::imageListName() const {
+    return m_host->imageListName(m_imageList);
+}
+
+void vkTreeList::setImageListName(const QString &name) {
+    setImageList(name.isEmpty() ? nullptr : m_host->findImageList(name));
+}
+
+QFont vkTreeList::qtFont() const {
+    return stdFontToQFont(Font());
+}
+
+void vkTreeList::setQtFont(const QFont &font) {
+    setFont(stdFontFromQFont(font));
 }
 
 void vkTreeList::setLineStyle(qint32 value) {

@@ -35,6 +35,40 @@ class QWheelEvent;
 
 class vkTreeList : public QWidget {
     Q_OBJECT
+    // The persisted properties, by the names the property bag uses; each notifies through its
+    // own signal besides PropertyChanged.
+    Q_PROPERTY(qint32 Appearance READ Appearance WRITE setAppearance NOTIFY AppearanceChanged)
+    Q_PROPERTY(bool AutoRedraw READ AutoRedraw WRITE setAutoRedraw NOTIFY AutoRedrawChanged)
+    Q_PROPERTY(quint32 BackColor READ BackColor WRITE setBackColor NOTIFY BackColorChanged)
+    Q_PROPERTY(qint32 EditMode READ EditMode WRITE setEditMode NOTIFY EditModeChanged)
+    Q_PROPERTY(bool Enabled READ Enabled WRITE setEnabled NOTIFY EnabledChanged)
+    Q_PROPERTY(qint32 FocusType READ FocusType WRITE setFocusType NOTIFY FocusTypeChanged)
+    Q_PROPERTY(QFont Font READ qtFont WRITE setQtFont NOTIFY FontChanged)
+    Q_PROPERTY(quint32 ForeColor READ ForeColor WRITE setForeColor NOTIFY ForeColorChanged)
+    Q_PROPERTY(QString ImageList READ imageListName WRITE setImageListName NOTIFY ImageListChanged)
+    Q_PROPERTY(qint32 LineStyle READ LineStyle WRITE setLineStyle NOTIFY LineStyleChanged)
+    Q_PROPERTY(qint32 RowHeight READ RowHeight WRITE setRowHeight NOTIFY RowHeightChanged)
+    Q_PROPERTY(bool MultiSelect READ MultiSelect WRITE setMultiSelect NOTIFY MultiSelectChanged)
+    Q_PROPERTY(
+        bool AutoSelectNew READ AutoSelectNew WRITE setAutoSelectNew NOTIFY AutoSelectNewChanged)
+    Q_PROPERTY(bool ExpandOnDoubleClick READ ExpandOnDoubleClick WRITE setExpandOnDoubleClick NOTIFY
+                   ExpandOnDoubleClickChanged)
+    Q_PROPERTY(qint32 Columns READ Columns WRITE setColumns NOTIFY ColumnsChanged)
+    Q_PROPERTY(qint16 Headers READ Headers WRITE setHeaders NOTIFY HeadersChanged)
+    Q_PROPERTY(QVariant ComponentVersion READ ComponentVersion WRITE setComponentVersion NOTIFY
+                   ComponentVersionChanged)
+    Q_PROPERTY(qint16 ScaleMode READ ScaleMode WRITE setScaleMode)
+    // What the control reports, read only.
+    Q_PROPERTY(qint32 DefaultColumnWidth READ DefaultColumnWidth)
+    Q_PROPERTY(qint32 Rows READ Rows)
+    Q_PROPERTY(qint32 Row READ Row)
+    Q_PROPERTY(qint32 Col READ Col)
+    Q_PROPERTY(qint32 FirstDisplayedRow READ FirstDisplayedRow)
+    Q_PROPERTY(qint16 VisibleLineCount READ VisibleLineCount)
+    Q_PROPERTY(qint32 HorizontalOffset READ HorizontalOffset)
+    Q_PROPERTY(float ReDrawTime READ ReDrawTime)
+    Q_PROPERTY(bool Editing READ isEditing)
+
 public:
     // Creates the control and its children and runs Initialize. The host may be null (then a
     // default run-mode host is used); it must outlive the control.
@@ -43,8 +77,9 @@ public:
     ~vkTreeList() override;
 
     // --- Life cycle -------------------------------------------------------------------------
-    // Sets up a new instance; at design time it also shows the six sample rows.
-    void InitProperties();
+    // Sets up a new instance (the constructor already did; again, it starts over); at design time
+    // it also shows the six sample rows.
+    Q_INVOKABLE void InitProperties();
     // Loads the persisted properties; a wrong type raises type mismatch and leaves the control
     // usable with what was read so far.
     void ReadProperties(const PropertyBag &bag);
@@ -83,6 +118,13 @@ public:
     // The host's image list for row and cell pictures (may be null); no repaint.
     const lsImageListPtr &ImageList() const { return m_imageList; }
     void setImageList(const lsImageListPtr &list);
+    // The image list by the name the host registered it under ("" for none or unnamed); an
+    // unknown name sets none.
+    QString imageListName() const;
+    void setImageListName(const QString &name);
+    // The font as a QFont (family, point size, style), for Qt's property editors.
+    QFont qtFont() const;
+    void setQtFont(const QFont &font);
     // Tree line style (lsLineStyle).
     qint32 LineStyle() const { return m_lineStyle; }
     void setLineStyle(qint32 value);
@@ -114,10 +156,10 @@ public:
     qint16 Headers();
     void setHeaders(qint32 value);
     // Width of a column in the control's scale mode, -1 when there is no such column or row.
-    qint32 ColumnWidth(qint32 ColID) const;
-    void setColumnWidth(qint32 ColID, qint32 width);
+    Q_INVOKABLE qint32 ColumnWidth(qint32 ColID) const;
+    Q_INVOKABLE void setColumnWidth(qint32 ColID, qint32 width);
     // Fits a column to its longest text; always returns false.
-    bool AutoSize(qint32 ColID);
+    Q_INVOKABLE bool AutoSize(qint32 ColID);
 
     // --- Rows and cells -------------------------------------------------------------------------
     // Adds a row relative to another; returns its Index (16-bit) or -1. lsFirst / lsLast are
@@ -125,11 +167,12 @@ public:
     qint16 AddItem(const QVariant &Relative, qint32 &Relationship,
                    const QVariant &Key = emptyText(), const QString &Text = QString(),
                    const QVariant &Image = emptyText());
-    qint16 AddItem(const QVariant &Relative = emptyText(),
-                   lsRelationshipConstants Relationship = lsNext, const QVariant &Key = emptyText(),
-                   const QString &Text = QString(), const QVariant &Image = emptyText());
+    Q_INVOKABLE qint16 AddItem(const QVariant &Relative = emptyText(),
+                               lsRelationshipConstants Relationship = lsNext,
+                               const QVariant &Key = emptyText(), const QString &Text = QString(),
+                               const QVariant &Image = emptyText());
     // Removes every row; returns false.
-    bool Clear();
+    Q_INVOKABLE bool Clear();
     // The row at a position or under a key, or null.
     lsNodePtr Nodes(const QVariant &IndexKey) const;
     // Number of rows.
@@ -139,34 +182,40 @@ public:
     // Index of the selected cell, 0 when none.
     qint32 Col() const;
     // Opens / closes a row and raises OnExpand / OnCollapse; false for an unknown row.
-    bool Expand(const QVariant &RowIndexKey);
-    bool Collapse(const QVariant &RowIndexKey);
+    Q_INVOKABLE bool Expand(const QVariant &RowIndexKey);
+    Q_INVOKABLE bool Collapse(const QVariant &RowIndexKey);
     // Removes a row (found by its key) with its subtree; false for an unknown row.
-    bool RemoveItem(const QVariant &RowIndexKey);
+    Q_INVOKABLE bool RemoveItem(const QVariant &RowIndexKey);
     // Recomputes visibility from a row onwards; always false.
-    bool SetVisibility(const QVariant &RowIndexKey);
+    Q_INVOKABLE bool SetVisibility(const QVariant &RowIndexKey);
     // Reads one property of a body cell; -1 names the current row / column. Empty when none.
-    QVariant ListCell(qint32 CellProperty = lslcData, qint32 RowID = -1, qint32 ColID = -1);
+    Q_INVOKABLE QVariant ListCell(qint32 CellProperty = lslcData, qint32 RowID = -1,
+                                  qint32 ColID = -1);
     // Writes one property of a body cell and repaints its row when it is on screen.
-    void setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID, const QVariant &value);
+    Q_INVOKABLE void setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
+                                 const QVariant &value);
     // Resolves -1 to the current row / column (written back) and returns the cell, or null.
     lsCellPtr ResolveListCell(qint32 &RowID, qint32 &ColID) const;
     // Reads / writes one property of a header cell (no defaults; out of range means none).
-    QVariant HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const;
-    void setHeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID, const QVariant &value);
+    Q_INVOKABLE QVariant HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const;
+    Q_INVOKABLE void setHeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
+                                   const QVariant &value);
     // The header cell at a header row and column, or null.
     lsCellPtr ResolveHeaderCell(qint32 RowID, qint32 ColID) const;
 
     // --- Selection ------------------------------------------------------------------------------
     // Selects a row and cell (cell: the current one's column, else 1) and repaints.
     void SelectItem(qint32 RowID, std::optional<qint32> ColID = std::nullopt);
+    Q_INVOKABLE void SelectItem(qint32 RowID, qint32 ColID) {
+        SelectItem(RowID, std::optional<qint32>(ColID));
+    }
     // The user's mark on a row; false / nothing for an unknown row.
-    bool Mark(qint32 RowID) const;
-    void setMark(qint32 RowID, bool value);
+    Q_INVOKABLE bool Mark(qint32 RowID) const;
+    Q_INVOKABLE void setMark(qint32 RowID, bool value);
 
     // --- Viewport -------------------------------------------------------------------------------
     // Scrolls down so that a row below the view becomes its last line; never scrolls up.
-    QVariant EnsureVisible(const QVariant &IndexKey);
+    Q_INVOKABLE QVariant EnsureVisible(const QVariant &IndexKey);
     // Index of the row drawn right under the header rows.
     qint32 FirstDisplayedRow() const { return m_firstDisplayedRow; }
     // Number of data lines that fit under the header rows (a partial line counts).
@@ -181,7 +230,7 @@ public:
 
     // --- Painting -------------------------------------------------------------------------------
     // Recomposes the whole frame (after clearing the drawing child when asked).
-    void Refresh(bool Clear = false);
+    Q_INVOKABLE void Refresh(bool Clear = false);
     // Seconds the last frame took.
     float ReDrawTime() const { return m_redrawTime; }
     // The composed frame (null before the first one).
@@ -217,17 +266,18 @@ public:
     bool Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode);
     bool Edit(qint32 &RowID, qint32 &ColID);
     // The same for values that need nothing written back (Edit() edits the current cell).
-    bool Edit(const qint32 &RowID = -1, const qint32 &ColID = -1, const qint32 &Mode = -1);
+    Q_INVOKABLE bool Edit(const qint32 &RowID = -1, const qint32 &ColID = -1,
+                          const qint32 &Mode = -1);
     // Closes an open edit without committing; returns "".
-    QString AbortEdit();
+    Q_INVOKABLE QString AbortEdit();
     // Empties the editor's text and drop-down list (open or not).
-    void EditComboClear();
+    Q_INVOKABLE void EditComboClear();
     // Adds an entry to the drop-down list the next combo-box edit shows (at Index when given).
-    void EditComboAddItem(const QVariant &Item, const QVariant &Index = QVariant());
+    Q_INVOKABLE void EditComboAddItem(const QVariant &Item, const QVariant &Index = QVariant());
     // The index of the drop-down list's selection (-1 none).
-    qint32 EditComboListIndex();
+    Q_INVOKABLE qint32 EditComboListIndex();
     // The text of drop-down entry Index, or "".
-    QVariant EditComboList(const QVariant &Index) const;
+    Q_INVOKABLE QVariant EditComboList(const QVariant &Index) const;
     // True while an edit is open (from Edit until the editor closes).
     bool isEditing() const { return m_editing; }
     // The editor the control edits with.
@@ -243,11 +293,34 @@ public:
     // screen; shows the report in a message box (unless the host turned them off) and returns
     // it, one line per walk: start, end and elapsed seconds. List is accepted but not used.
     QVariant Test(bool &List);
-    QVariant Test();
+    Q_INVOKABLE QVariant Test();
+
+    // A size that shows a header row and a screenful of rows of two columns.
+    QSize sizeHint() const override;
+    // Room for the header row, one line and the scroll bars.
+    QSize minimumSizeHint() const override;
 
 signals:
     // A property changed; the key is the one the property bag uses.
     void PropertyChanged(const QString &key);
+    // The same, one signal per property (the Q_PROPERTY notifications).
+    void AppearanceChanged();
+    void AutoRedrawChanged();
+    void BackColorChanged();
+    void EditModeChanged();
+    void EnabledChanged();
+    void FocusTypeChanged();
+    void FontChanged();
+    void ForeColorChanged();
+    void ImageListChanged();
+    void LineStyleChanged();
+    void RowHeightChanged();
+    void MultiSelectChanged();
+    void AutoSelectNewChanged();
+    void ExpandOnDoubleClickChanged();
+    void ColumnsChanged();
+    void HeadersChanged();
+    void ComponentVersionChanged();
     // The view scrolled.
     void Scroll();
     // A row was opened / closed by the control.

@@ -1,0 +1,79 @@
+// The controls as Qt's meta-object system sees them: properties by name with their
+// notifications, enumerations with their value names, methods called by name, and a control
+// made the way Qt makes widgets.
+
+#include "TreeListFixture.h"
+#include "lsEdit.h"
+#include "lsEditTypes.h"
+
+#include <QMetaEnum>
+#include <QSignalSpy>
+
+namespace {
+
+using QtPropertiesTest = TreeListFixture;
+
+TEST_F(QtPropertiesTest, PropertiesByNameNotifyAndMethodsAreCalledByName) {
+    // Every persisted key but the default column width is a property of the same name.
+    for (const char *key :
+         {"AutoRedraw", "Columns", "EditMode", "FocusType", "Headers", "RowHeight", "Enabled",
+          "Appearance", "BackColor", "Font", "ForeColor", "ImageList", "LineStyle", "MultiSelect",
+          "AutoSelectNew", "ComponentVersion", "ExpandOnDoubleClick"})
+        EXPECT_TRUE(list->property(key).isValid()) << key;
+
+    QSignalSpy heightChanged(list.get(), &vkTreeList::RowHeightChanged);
+    QSignalSpy keys(list.get(), &vkTreeList::PropertyChanged);
+    EXPECT_TRUE(list->setProperty("RowHeight", 24));
+    EXPECT_EQ(list->RowHeight(), 24);
+    EXPECT_EQ(heightChanged.count(), 1);
+    ASSERT_EQ(keys.count(), 1);
+    EXPECT_EQ(keys.first().first().toString(), "RowHeight");
+
+    // The font goes through a QFont; an image list through the name the host gave it.
+    QFont font(QStringLiteral("DejaVu Serif"));
+    font.setPointSizeF(11);
+    font.setBold(true);
+    list->setProperty("Font", font);
+    EXPECT_EQ(std::tuple(list->Font()->Name(), list->Font()->Size(), list->Font()->Bold()),
+              std::tuple(QStringLiteral("DejaVu Serif"), 11.0, true));
+    const auto images = std::make_shared<lsImageList>();
+    host->registerImageList(QStringLiteral("icons"), images);
+    list->setProperty("ImageList", QStringLiteral("icons"));
+    EXPECT_EQ(list->ImageList(), images);
+    list->setProperty("ImageList", QStringLiteral("unknown"));
+    EXPECT_EQ(list->ImageList(), nullptr);
+
+    bool cleared = true;
+    ASSERT_TRUE(QMetaObject::invokeMethod(list.get(), "AddItem"));
+    ASSERT_TRUE(QMetaObject::invokeMethod(list.get(), "setListCell", Q_ARG(qint32, lslcData),
+                                          Q_ARG(qint32, 1), Q_ARG(qint32, 1),
+                                          Q_ARG(QVariant, QStringLiteral("by name"))));
+    EXPECT_EQ(list->ListCell(lslcData, 1, 1), "by name");
+    ASSERT_TRUE(QMetaObject::invokeMethod(list.get(), "Clear", Q_RETURN_ARG(bool, cleared)));
+    EXPECT_FALSE(cleared);
+    EXPECT_EQ(list->Rows(), 0);
+
+    lsEdit editor;
+    QSignalSpy valueChanged(&editor, &lsEdit::ValueChanged);
+    editor.setProperty("Value", QStringLiteral("Green"));
+    EXPECT_EQ(editor.Value(), "Green");
+    EXPECT_EQ(valueChanged.count(), 1);
+    EXPECT_TRUE(editor.property("Mode").isValid());
+}
+
+TEST_F(QtPropertiesTest, EnumerationsKeepTheirValueNamesAndQtMadeControlsStartAsNew) {
+    EXPECT_STREQ(QMetaEnum::fromType<lsLineStyle>().valueToKey(lsLineDotted), "lsLineDotted");
+    EXPECT_STREQ(QMetaEnum::fromType<lsListCellProperties>().valueToKey(10), "lslcbackColor");
+    EXPECT_STREQ(QMetaEnum::fromType<CaptionAlignments>().valueToKey(8), "caBottomright");
+    EXPECT_STREQ(QMetaEnum::fromType<lsButtonStateConstants>().valueToKey(-1), "lsBtnDown");
+
+    // new with a parent and nothing more: a new instance with its header row.
+    QWidget window;
+    auto *made = new vkTreeList(&window);
+    EXPECT_EQ(std::tuple(made->Headers(), made->Columns(), made->headers()->Count()),
+              std::tuple(qint16(1), 1, 1));
+    EXPECT_GT(made->sizeHint().height(), made->minimumSizeHint().height());
+    EXPECT_GE(made->sizeHint().width(), made->minimumSizeHint().width());
+}
+
+} // namespace
