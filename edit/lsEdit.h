@@ -28,9 +28,10 @@ class QLineEdit;
 class lsEdit : public QFrame {
     Q_OBJECT
     // The persisted properties, by the names the property bag uses; each notifies through its
-    // own signal besides PropertyChanged.
-    Q_PROPERTY(qint16 BorderStyle READ BorderStyle WRITE setBorderStyle NOTIFY BorderStyleChanged)
-    Q_PROPERTY(qint16 Appearance READ Appearance WRITE setAppearance NOTIFY AppearanceChanged)
+    // own signal besides PropertyChanged. 16-bit values are int properties: Qt's property
+    // editors and form files know int, not short.
+    Q_PROPERTY(qint32 BorderStyle READ BorderStyle WRITE setBorderStyle NOTIFY BorderStyleChanged)
+    Q_PROPERTY(qint32 Appearance READ Appearance WRITE setAppearance NOTIFY AppearanceChanged)
     Q_PROPERTY(QVariant Value READ Value WRITE setValue NOTIFY ValueChanged)
     Q_PROPERTY(quint32 BackColor READ BackColor WRITE setBackColor NOTIFY BackColorChanged)
     Q_PROPERTY(quint32 ForeColor READ ForeColor WRITE setForeColor NOTIFY ForeColorChanged)
@@ -38,7 +39,7 @@ class lsEdit : public QFrame {
     Q_PROPERTY(QVariant Mode READ Mode WRITE setMode NOTIFY ModeChanged)
     Q_PROPERTY(qint32 ListIndex READ ListIndex WRITE setListIndex NOTIFY ListIndexChanged)
     Q_PROPERTY(bool Enabled READ Enabled WRITE setEnabled NOTIFY EnabledChanged)
-    Q_PROPERTY(qint16 ScaleMode READ ScaleMode WRITE setScaleMode NOTIFY ScaleModeChanged)
+    Q_PROPERTY(qint32 ScaleMode READ ScaleMode WRITE setScaleMode NOTIFY ScaleModeChanged)
     Q_PROPERTY(bool Editing READ isEditing)
 
 public:

@@ -36,7 +36,8 @@ class QWheelEvent;
 class vkTreeList : public QWidget {
     Q_OBJECT
     // The persisted properties, by the names the property bag uses; each notifies through its
-    // own signal besides PropertyChanged.
+    // own signal besides PropertyChanged. 16-bit values are int properties: Qt's property
+    // editors and form files know int, not short.
     Q_PROPERTY(qint32 Appearance READ Appearance WRITE setAppearance NOTIFY AppearanceChanged)
     Q_PROPERTY(bool AutoRedraw READ AutoRedraw WRITE setAutoRedraw NOTIFY AutoRedrawChanged)
     Q_PROPERTY(quint32 BackColor READ BackColor WRITE setBackColor NOTIFY BackColorChanged)
@@ -54,17 +55,17 @@ class vkTreeList : public QWidget {
     Q_PROPERTY(bool ExpandOnDoubleClick READ ExpandOnDoubleClick WRITE setExpandOnDoubleClick NOTIFY
                    ExpandOnDoubleClickChanged)
     Q_PROPERTY(qint32 Columns READ Columns WRITE setColumns NOTIFY ColumnsChanged)
-    Q_PROPERTY(qint16 Headers READ Headers WRITE setHeaders NOTIFY HeadersChanged)
+    Q_PROPERTY(qint32 Headers READ Headers WRITE setHeaders NOTIFY HeadersChanged)
     Q_PROPERTY(QVariant ComponentVersion READ ComponentVersion WRITE setComponentVersion NOTIFY
                    ComponentVersionChanged)
-    Q_PROPERTY(qint16 ScaleMode READ ScaleMode WRITE setScaleMode)
+    Q_PROPERTY(qint32 ScaleMode READ ScaleMode WRITE setScaleMode)
     // What the control reports, read only.
     Q_PROPERTY(qint32 DefaultColumnWidth READ DefaultColumnWidth)
     Q_PROPERTY(qint32 Rows READ Rows)
     Q_PROPERTY(qint32 Row READ Row)
     Q_PROPERTY(qint32 Col READ Col)
     Q_PROPERTY(qint32 FirstDisplayedRow READ FirstDisplayedRow)
-    Q_PROPERTY(qint16 VisibleLineCount READ VisibleLineCount)
+    Q_PROPERTY(qint32 VisibleLineCount READ VisibleLineCount)
     Q_PROPERTY(qint32 HorizontalOffset READ HorizontalOffset)
     Q_PROPERTY(float ReDrawTime READ ReDrawTime)
     Q_PROPERTY(bool Editing READ isEditing)
