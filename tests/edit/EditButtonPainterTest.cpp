@@ -34,9 +34,10 @@ TEST(EditButtonPainter, BothButtonsInEveryStateMatchTheirReferences) {
     }
 }
 
-TEST(EditButtonPainter, FrameAndGlyphPixels) {
-    const QRgb back = oleTranslateColor(Green), fore = oleTranslateColor(Red);
-    const QRgb dark = 0xFF404040, shadow = 0xFF808080, hilite = 0xFFFFFFFF, light = 0xFFD4D0C8;
+// The frames' own colours are pinned by the references; these pixels show that the glyphs and the
+// face take the colours given.
+TEST(EditButtonPainter, GlyphAndFacePixels) {
+    const QRgb back = oleTranslateColor(Green), fore = oleTranslateColor(Red), shadow = 0xFF808080;
     struct {
         Paint paint;
         qint16 state;
@@ -45,11 +46,6 @@ TEST(EditButtonPainter, FrameAndGlyphPixels) {
         const char *what;
     } const cases[] = {
         {Select, lsbtnFlat, 0, 8, back, "no dark edge on the left"},
-        {Select, lsbtnFlat, 16, 16, dark, "dark bottom right"},
-        {Select, lsBtnDown, 0, 1, shadow, "sunken top left"},
-        {Select, lsBtnDown, 16, 16, hilite, "sunken bottom right"},
-        {Select, lsBtnUp, 0, 0, light, "raised top left"},
-        {Select, lsBtnUp, 15, 15, shadow, "raised inner bottom right"},
         {Select, lsBtnUp, 4, 7, fore, "first dot in place"},
         {Select, lsBtnUp, 6, 7, back, "gap between dots"},
         {Select, lsBtnDown, 4, 7, back, "pressed dots moved"},

@@ -85,38 +85,22 @@ protected:
 };
 
 TEST_F(lsEditTest, TextBoxCommitsOnEnterAndClickAwayButNotOnEscapeOrVeto) {
-    struct Case {
-        const char *what;
-        QString typed;
-        std::function<void()> end;
-        bool veto;
-        QStringList expected;
-        QString value;
-    };
     const auto enter = [&] { QTest::keyClick(edit->txtEdit(), Qt::Key_Return); };
     const auto escape = [&] { QTest::keyClick(edit->txtEdit(), Qt::Key_Escape); };
     const auto away = [&] { other->setFocus(); };
-    const Case cases[] = {
-        {"Enter",
-         "new",
-         enter,
-         false,
-         {"BeforeEdit", "EditValidate new old", "AfterEdit new old 1", "OnClose"},
-         "new"},
-        {"unchanged text",
-         "",
-         enter,
-         false,
-         {"BeforeEdit", "EditValidate old old", "AfterEdit old old 0", "OnClose"},
-         "old"},
-        {"click away",
-         "new",
-         away,
-         false,
-         {"BeforeEdit", "EditValidate new old", "AfterEdit new old 1", "OnClose"},
-         "new"},
-        {"Escape", "new", escape, false, {"BeforeEdit", "OnClose"}, "old"},
-        {"veto", "new", enter, true, {"BeforeEdit", "EditValidate new old", "OnClose"}, "old"},
+    const QString committed = "BeforeEdit, EditValidate new old, AfterEdit new old 1, OnClose";
+    const struct Case {
+        const char *what, *typed;
+        std::function<void()> end;
+        bool veto;
+        QString expected, value;
+    } cases[] = {
+        {"Enter", "new", enter, false, committed, "new"},
+        {"unchanged text", "", enter, false,
+         "BeforeEdit, EditValidate old old, AfterEdit old old 0, OnClose", "old"},
+        {"click away", "new", away, false, committed, "new"},
+        {"Escape", "new", escape, false, "BeforeEdit, OnClose", "old"},
+        {"veto", "new", enter, true, "BeforeEdit, EditValidate new old, OnClose", "old"},
     };
     for (const Case &c : cases) {
         edit->setValue("old");
@@ -125,10 +109,9 @@ TEST_F(lsEditTest, TextBoxCommitsOnEnterAndClickAwayButNotOnEscapeOrVeto) {
         ASSERT_TRUE(edit->isVisible()) << c.what;
         // The text arrives selected, so typing replaces it.
         EXPECT_EQ(edit->txtEdit()->selectedText(), "old") << c.what;
-        if (!c.typed.isEmpty())
-            QTest::keyClicks(edit->txtEdit(), c.typed);
+        QTest::keyClicks(edit->txtEdit(), c.typed);
         c.end();
-        EXPECT_EQ(take(), c.expected) << c.what;
+        EXPECT_EQ(take().join(", "), c.expected) << c.what;
         EXPECT_EQ(edit->Value().toString(), c.value) << c.what;
         EXPECT_FALSE(edit->isVisible()) << c.what;
     }
