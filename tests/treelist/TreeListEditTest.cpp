@@ -33,6 +33,10 @@ protected:
                          });
     }
 
+    // The handlers write into this fixture's members: the control (and an editor that still
+    // has the focus and commits as it goes) must go before them.
+    void TearDown() override { list.reset(); }
+
     QLineEdit *box() const { return list->lseMisc()->txtEdit(); }
 
     QStringList events;
