@@ -5,6 +5,7 @@
 //   105 leaf row (16 x 16)       106 marked row (16 x 16)
 
 #include "StdPicture.h"
+#include "vkTreeListExport.h"
 
 // Resource numbers of the built-in pictures.
 enum BuiltinPictureNumber : int {
@@ -18,4 +19,4 @@ enum BuiltinPictureNumber : int {
 
 // The built-in picture with the given resource number, loaded once and shared; null for any other
 // number.
-StdPicturePtr builtinPicture(int resourceNumber);
+VKTL_EXPORT StdPicturePtr builtinPicture(int resourceNumber);

@@ -7,12 +7,13 @@
 
 #include "StdFont.h"
 #include "lsImageList.h"
+#include "vkTreeListExport.h"
 
 #include <QHash>
 #include <QString>
 #include <memory>
 
-class HostContainer {
+class VKTL_EXPORT HostContainer {
 public:
     virtual ~HostContainer() = default;
 

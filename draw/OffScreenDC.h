@@ -11,6 +11,7 @@
 #include "StdFont.h"
 #include "StdPicture.h"
 #include "TreeListTypes.h"
+#include "vkTreeListExport.h"
 
 #include <QFont>
 #include <QImage>
@@ -18,7 +19,7 @@
 #include <limits>
 #include <optional>
 
-class OffScreenDC {
+class VKTL_EXPORT OffScreenDC {
 public:
     // Makes an empty object; it draws nothing until `Initialize`.
     OffScreenDC();

@@ -3,12 +3,13 @@
 // pointer, so a change made through one holder (painting bolds the control's font for a cell) is
 // seen by all of them.
 
+#include "vkTreeListExport.h"
 #include <QFont>
 #include <QString>
 #include <QVariant>
 #include <memory>
 
-class StdFont {
+class VKTL_EXPORT StdFont {
 public:
     // Makes the default font: "DejaVu Sans", 8 points, no style.
     StdFont();
@@ -54,10 +55,10 @@ using StdFontPtr = std::shared_ptr<StdFont>;
 
 // A font in its saved form (a map of Name, Size, Bold, Italic, Underline, Strikethrough); no
 // font gives an empty value.
-QVariant stdFontToVariant(const StdFontPtr &font);
+VKTL_EXPORT QVariant stdFontToVariant(const StdFontPtr &font);
 // Builds a font from its saved form; a member of the wrong type raises type mismatch.
-StdFontPtr stdFontFromVariant(const QVariantMap &map);
+VKTL_EXPORT StdFontPtr stdFontFromVariant(const QVariantMap &map);
 // The font as a QFont in points (family, size, style), the form Qt's property editors use.
-QFont stdFontToQFont(const StdFontPtr &font);
+VKTL_EXPORT QFont stdFontToQFont(const StdFontPtr &font);
 // A new font object from a QFont (a size in pixels is taken at 96 dots per inch).
-StdFontPtr stdFontFromQFont(const QFont &font);
+VKTL_EXPORT StdFontPtr stdFontFromQFont(const QFont &font);

@@ -3,11 +3,12 @@
 // HIMETRIC units (hundredths of a millimetre at 96 pixels per inch), as a picture object reports
 // it. Shared by pointer; the raster never changes after construction.
 
+#include "vkTreeListExport.h"
 #include <QImage>
 #include <QString>
 #include <memory>
 
-class StdPicture {
+class VKTL_EXPORT StdPicture {
 public:
     // Wraps a raster (a null image gives an empty 0 x 0 picture).
     explicit StdPicture(QImage image);

@@ -3,15 +3,16 @@
 // scheme, so a frame renders the same on every machine whatever the desktop theme is.
 
 #include "TreeListTypes.h"
+#include "vkTreeListExport.h"
 
 #include <QRgb>
 
 // The RGB value of system colour `index` (0..30); black for an index the table does not hold.
-QRgb sysColor(int index);
+VKTL_EXPORT QRgb sysColor(int index);
 
 // Translates an OLE colour: 0x80000000 + n is system colour n; anything else is 0x00BBGGRR
 // (the top byte is ignored). The result is opaque.
-QRgb oleTranslateColor(OleColor c);
+VKTL_EXPORT QRgb oleTranslateColor(OleColor c);
 
 // The OLE colour (0x00BBGGRR) of an RGB value; the alpha channel is dropped.
-OleColor oleFromRgb(QRgb rgb);
+VKTL_EXPORT OleColor oleFromRgb(QRgb rgb);

@@ -7,8 +7,9 @@
 #include "ScaleSource.h"
 #include "lsImageList.h"
 #include "lsNode.h"
+#include "vkTreeListExport.h"
 
-class lsIdent {
+class VKTL_EXPORT lsIdent {
 public:
     // Left margin of the tree column.
     qint32 PosLeft() const { return m_PosLeft; }

@@ -5,10 +5,11 @@
 
 #include "KeyedCollection.h"
 #include "ListImage.h"
+#include "vkTreeListExport.h"
 
 #include <QVariant>
 
-class lsImageList {
+class VKTL_EXPORT lsImageList {
 public:
     virtual ~lsImageList() = default;
 

@@ -14,6 +14,7 @@
 #include "StdFont.h"
 #include "TreeListTypes.h"
 #include "lsEditTypes.h"
+#include "vkTreeListExport.h"
 
 #include <QFrame>
 #include <QVariant>
@@ -25,7 +26,7 @@ class QKeyEvent;
 class QListWidget;
 class QLineEdit;
 
-class lsEdit : public QFrame {
+class VKTL_EXPORT lsEdit : public QFrame {
     Q_OBJECT
     // The persisted properties, by the names the property bag uses; each notifies through its
     // own signal besides PropertyChanged. 16-bit values are int properties: Qt's property

@@ -1,6 +1,8 @@
 #pragma once
 // The editor's public enumerations.
 
+#include "vkTreeListExport.h"
+
 #include <QObject>
 
 // How the editor edits (lsEditTextBox 0, lsEditComboBox 1, lsEditButton 2). The tree list's
@@ -8,7 +10,7 @@
 #include "TreeListTypes.h"
 
 namespace lsEditConstants {
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(VKTL_EXPORT)
 
 // How an editor button is drawn.
 enum lsButtonStateConstants : qint16 {

@@ -5,6 +5,7 @@
 //   - an invalid QVariant() is "no value" (an omitted optional argument).
 // Anything else (a list, a bool, ...) is of the wrong type.
 
+#include "vkTreeListExport.h"
 #include <QString>
 #include <QVariant>
 #include <optional>
@@ -25,7 +26,7 @@ IndexKeyKind indexKeyKind(const QVariant &value);
 std::optional<qint32> indexKeyPosition(const QVariant &value);
 
 // True when the value compares equal to "": no value, or an empty string.
-bool isEmptyText(const QVariant &value);
+VKTL_EXPORT bool isEmptyText(const QVariant &value);
 
 // The empty-string variant the component uses as its "nothing" default for Variant fields.
 inline QVariant emptyText() {
@@ -33,4 +34,4 @@ inline QVariant emptyText() {
 }
 
 // A variant's text as the component compares it (numbers in decimal, no value as "").
-QString variantText(const QVariant &value);
+VKTL_EXPORT QString variantText(const QVariant &value);

@@ -3,13 +3,14 @@
 // button and shift masks, and the character a key types. Both the tree list and the editor read
 // keys through these, so a key means the same number in either.
 
+#include "vkTreeListExport.h"
 #include <QString>
 #include <Qt>
 
 // The virtual-key code of a Qt key: letters 65-90, digits 48-57, Enter 13, Escape 27, Space 32,
 // Backspace 8, Tab 9, Shift 16, Control 17, Alt 18, Page Up 33, Page Down 34, End 35, Home 36,
 // Left 37, Up 38, Right 39, Down 40, Insert 45, Delete 46, F1-F24 112-135; 0 for a key without one.
-qint16 virtualKeyCode(int qtKey);
+VKTL_EXPORT qint16 virtualKeyCode(int qtKey);
 // Mouse buttons as a mask: left 1, right 2, middle 4.
 qint16 buttonMask(Qt::MouseButtons buttons);
 // Modifier keys as a mask: Shift 1, Ctrl 2, Alt 4.

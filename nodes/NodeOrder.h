@@ -19,6 +19,7 @@
 #include "KeyIndex.h"
 #include "PositionIterator.h"
 #include "RowSequence.h"
+#include "vkTreeListExport.h"
 
 #include <QString>
 #include <QVariant>
@@ -84,7 +85,8 @@ public:
     void check() const;
 
 private:
-    const lsNodePtr *slot(qint32 position) const;
+    // Exported: the public row collection's inline accessors reach it from a host's code.
+    VKTL_EXPORT const lsNodePtr *slot(qint32 position) const;
     void dropKey(lsNode *row);
     void keepApart(const lsNode *unstored);
 

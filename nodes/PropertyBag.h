@@ -4,11 +4,12 @@
 // nothing. Reading checks the stored value against the type of the default: a value of the
 // wrong type raises the type-mismatch error instead of being coerced.
 
+#include "vkTreeListExport.h"
 #include <QJsonObject>
 #include <QString>
 #include <QVariant>
 
-class PropertyBag {
+class VKTL_EXPORT PropertyBag {
 public:
     // Reads a value. Missing -> `defaultValue`. The default's type says what is expected:
     // bool (a JSON boolean), qint16 (a whole number in 16 bits; beyond raises overflow),

@@ -2,10 +2,11 @@
 // The one exception type of the component: a run-time error number with its text, as a host
 // would see it from a failed call.
 
+#include "vkTreeListExport.h"
 #include <QString>
 #include <stdexcept>
 
-class TreeListError : public std::runtime_error {
+class VKTL_EXPORT TreeListError : public std::runtime_error {
 public:
     // The error numbers the component raises.
     enum Number : int {
@@ -37,9 +38,9 @@ private:
 };
 
 // Narrows to a signed 16-bit value, raising the overflow error outside -32768..32767.
-qint16 toInt16(qint64 value);
+VKTL_EXPORT qint16 toInt16(qint64 value);
 // Narrows to a signed 32-bit value, raising the overflow error outside its range.
-qint32 toInt32(qint64 value);
+VKTL_EXPORT qint32 toInt32(qint64 value);
 // Divides as floating point does, except that a zero divisor raises division by zero (0 / 0
 // raises overflow instead).
-double divide(double dividend, double divisor);
+VKTL_EXPORT double divide(double dividend, double divisor);

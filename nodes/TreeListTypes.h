@@ -2,6 +2,8 @@
 // Enumerations and small value types shared by every layer of the component.
 // Enumerated properties are never range-checked: fields of these types hold any 32-bit value.
 
+#include "vkTreeListExport.h"
+
 #include <QObject>
 
 // An OLE colour: 0x00BBGGRR, or 0x80000000 + n naming system colour n.
@@ -10,7 +12,7 @@ using OleColor = quint32;
 // The enumerations live in a namespace that Qt's meta-object system knows (value names reach
 // Designer, QML and QMetaEnum), and are used unqualified everywhere through the directive below.
 namespace vkTreeListConstants {
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(VKTL_EXPORT)
 
 // Where `lsNodes::Add` places a new row relative to an existing one.
 enum lsRelationshipConstants : qint32 {

@@ -6,12 +6,13 @@
 #include "TreeEdits.h"
 #include "TreeListError.h"
 #include "TreeListTypes.h"
+#include "vkTreeListExport.h"
 
 #include <QString>
 #include <QVariant>
 #include <memory>
 
-class lsCell {
+class VKTL_EXPORT lsCell {
 public:
     // Makes a cell with every field at its default.
     lsCell() = default;

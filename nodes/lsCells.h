@@ -10,12 +10,13 @@
 #include "IndexKey.h"
 #include "PositionIterator.h"
 #include "lsCell.h"
+#include "vkTreeListExport.h"
 
 #include <QHash>
 #include <memory>
 #include <vector>
 
-class lsCells : public std::enable_shared_from_this<lsCells> {
+class VKTL_EXPORT lsCells : public std::enable_shared_from_this<lsCells> {
 public:
     lsCells() = default;
     lsCells(const lsCells &) = delete;

@@ -9,6 +9,7 @@
 
 #include "TreeEdits.h"
 #include "lsCells.h"
+#include "vkTreeListExport.h"
 
 #include <QString>
 #include <QVariant>
@@ -18,7 +19,7 @@ class lsNode;
 using lsNodePtr = std::shared_ptr<lsNode>;
 struct RowBlock;
 
-class lsNode {
+class VKTL_EXPORT lsNode {
 public:
     // Makes an expanded, visible node with no key, index 0 and an empty cell collection.
     lsNode() = default;

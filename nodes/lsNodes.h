@@ -8,13 +8,14 @@
 #include "NodeOrder.h"
 #include "TreeListTypes.h"
 #include "lsNode.h"
+#include "vkTreeListExport.h"
 
 #include <QObject>
 #include <QString>
 #include <QVariant>
 #include <vector>
 
-class lsNodes : public QObject {
+class VKTL_EXPORT lsNodes : public QObject {
     Q_OBJECT
 public:
     // Makes an empty collection.

@@ -3,13 +3,14 @@
 // The Designer plugin and hosts that build their windows from names (a form loader, a script)
 // create the controls through it.
 
+#include "vkTreeListExport.h"
 #include <QString>
 #include <QStringList>
 
 class HostContainer;
 class QWidget;
 
-class ComponentServer {
+class VKTL_EXPORT ComponentServer {
 public:
     // The library's help string.
     static QString description();

@@ -5,11 +5,12 @@
 #include "ScaleConverter.h"
 #include "StdFont.h"
 #include "TreeListTypes.h"
+#include "vkTreeListExport.h"
 
 #include <QImage>
 #include <QWidget>
 
-class PictureBox : public QWidget, public ScaleSource {
+class VKTL_EXPORT PictureBox : public QWidget, public ScaleSource {
     Q_OBJECT
 public:
     explicit PictureBox(QWidget *parent = nullptr);

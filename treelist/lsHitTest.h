@@ -5,11 +5,12 @@
 
 #include "lsIdent.h"
 #include "lsNodes.h"
+#include "vkTreeListExport.h"
 
 #include <QVariant>
 #include <memory>
 
-class lsHitTest {
+class VKTL_EXPORT lsHitTest {
 public:
     // Makes a hit test with every field as after Clear.
     lsHitTest() = default;

@@ -19,6 +19,7 @@
 #include "lsIdent.h"
 #include "lsImageList.h"
 #include "lsNodes.h"
+#include "vkTreeListExport.h"
 
 #include <QWidget>
 #include <array>
@@ -33,7 +34,7 @@ class QKeyEvent;
 class QMouseEvent;
 class QWheelEvent;
 
-class vkTreeList : public QWidget {
+class VKTL_EXPORT vkTreeList : public QWidget {
     Q_OBJECT
     // The persisted properties, by the names the property bag uses; each notifies through its
     // own signal besides PropertyChanged. 16-bit values are int properties: Qt's property
