@@ -8,6 +8,7 @@
 #include "ButtonSurface.h"
 #include "EditButtonPainter.h"
 #include "EditTextBox.h"
+#include "EntryGuard.h"
 #include "SystemColors.h"
 #include "TreeListError.h"
 #include "VariantNumber.h"
@@ -27,7 +28,7 @@ constexpr OleColor kButtonFace = 0x8000000F;
 lsEdit::lsEdit(QWidget *parent, HostContainer *host)
     : QFrame(parent), m_host(host),
       // Nothing of the editor's own is reported besides the log: it has no error event.
-      m_guard([](qint32, const QString &) {}) {
+      m_guard(std::make_unique<EntryGuard>([](qint32, const QString &) {})) {
     if (!m_host) {
         m_ownHost = std::make_unique<HostContainer>();
         m_host = m_ownHost.get();
@@ -126,6 +127,10 @@ void lsEdit::WriteProperties(PropertyBag &bag) const {
 }
 
 // --- Object model -------------------------------------------------------------------------------
+
+void lsEdit::guarded(const char *entry, const std::function<void()> &call) {
+    m_guard->run(entry, call);
+}
 
 void lsEdit::notify(const QString &key) {
     emit PropertyChanged(key);

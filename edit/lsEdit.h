@@ -8,7 +8,6 @@
 // Sections of this header: life cycle; object model; children and buttons; signals; private
 // handlers (keys, focus, commits, drop-down list) and state.
 
-#include "EntryGuard.h"
 #include "HostContainer.h"
 #include "PropertyBag.h"
 #include "StdFont.h"
@@ -18,10 +17,12 @@
 
 #include <QFrame>
 #include <QVariant>
+#include <functional>
 #include <memory>
 
 class ButtonSurface;
 class EditTextBox;
+class EntryGuard;
 class QKeyEvent;
 class QListWidget;
 class QLineEdit;
@@ -170,9 +171,7 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
-    template <typename Call> void guarded(const char *entry, Call &&call) {
-        m_guard.run(entry, std::forward<Call>(call));
-    }
+    void guarded(const char *entry, const std::function<void()> &call);
     void notify(const QString &key);
     void applyFrame();
     void applyColours();
@@ -206,7 +205,7 @@ private:
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;
-    EntryGuard m_guard;
+    std::unique_ptr<EntryGuard> m_guard;
     EditTextBox *m_text;
     QListWidget *m_list;
     ButtonSurface *m_select;

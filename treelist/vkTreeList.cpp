@@ -7,6 +7,8 @@
 #include "PropertyNotify.h"
 
 #include "BuiltinPictures.h"
+#include "EntryGuard.h"
+#include "KeyCodes.h"
 #include "PictureBox.h"
 #include "SystemColors.h"
 #include "lsEdit.h"
@@ -31,7 +33,8 @@ qint16 vbBool(bool v) {
 
 vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     : QWidget(parent), m_host(host),
-      m_guard([this](qint32 number, const QString &text) { emit OnError(number, text); }) {
+      m_guard(std::make_unique<EntryGuard>(
+          [this](qint32 number, const QString &text) { emit OnError(number, text); })) {
     if (!m_host) {
         m_ownHost = std::make_unique<HostContainer>();
         m_host = m_ownHost.get();
@@ -289,6 +292,18 @@ void vkTreeList::buildDesignSample() {
 void vkTreeList::fillSampleTexts(qint32 rowIndex) {
     for (qint32 c = 1; c <= m_columns; ++c)
         setListCell(lslcData, rowIndex, c, QStringLiteral("Cell#%1%2").arg(rowIndex).arg(c));
+}
+
+void vkTreeList::guarded(const char *entry, const std::function<void()> &call) {
+    m_guard->run(entry, call);
+}
+
+qint64 vkTreeList::failedEntries() const {
+    return m_guard->failures();
+}
+
+qint16 vkTreeList::virtualKeyCode(int qtKey) {
+    return ::virtualKeyCode(qtKey);
 }
 
 void vkTreeList::notify(const QString &key) {

@@ -6,14 +6,11 @@
 // Sections of this header: life cycle; properties; columns and headers; rows and cells;
 // selection; viewport; painting; children; editing; diagnostics; signals; private state.
 
-#include "EntryGuard.h"
 #include "HostContainer.h"
-#include "KeyCodes.h"
 #include "OffScreenDC.h"
 #include "PropertyBag.h"
 #include "ScaleConverter.h"
 #include "StdPicture.h"
-#include "TreeListPainter.h"
 #include "TreeListTypes.h"
 #include "lsHitTest.h"
 #include "lsIdent.h"
@@ -23,13 +20,16 @@
 
 #include <QWidget>
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 
 class PictureBox;
+struct PaintContext;
 class lsEdit;
 class QLabel;
 class QScrollBar;
+class EntryGuard;
 class QKeyEvent;
 class QMouseEvent;
 class QWheelEvent;
@@ -253,13 +253,13 @@ public:
     // Whether the drawing child has the focus, as painting sees it.
     bool hasFocusFlag() const { return m_hasFocus; }
     // Number of calls from Qt (events, scroll bars) that failed and were reported by OnError.
-    qint64 failedEntries() const { return m_guard.failures(); }
+    qint64 failedEntries() const;
     // The hit test of the last mouse press.
     const lsHitTest *lastHit() const { return m_hit.get(); }
 
     // The virtual-key code of a Qt key, as KeyDown and KeyUp report it and navigation reads it
     // (the table is in KeyCodes.h).
-    static qint16 virtualKeyCode(int qtKey) { return ::virtualKeyCode(qtKey); }
+    static qint16 virtualKeyCode(int qtKey);
 
     // --- Editing --------------------------------------------------------------------------------
     // Opens the editor over a cell in a mode (-1: the current row, column or EditMode; the row
@@ -363,9 +363,7 @@ protected:
 
 private:
     // Every entry point from Qt runs its work through here.
-    template <typename Call> void guarded(const char *entry, Call &&call) {
-        m_guard.run(entry, std::forward<Call>(call));
-    }
+    void guarded(const char *entry, const std::function<void()> &call);
 
     // Life cycle
     void connectEditor();
@@ -468,7 +466,7 @@ private:
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;
-    EntryGuard m_guard;
+    std::unique_ptr<EntryGuard> m_guard;
 
     // Children
     PictureBox *m_picOut;

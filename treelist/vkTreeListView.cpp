@@ -5,6 +5,7 @@
 #include "lsEdit.h"
 
 #include "PictureBox.h"
+#include "TreeListPainter.h"
 #include "SystemTimer.h"
 
 #include <QLabel>
