@@ -7,10 +7,26 @@
 #include "lsNodes.h"
 #include "vkTreeListExport.h"
 
+#include <QObject>
 #include <QVariant>
 #include <memory>
 
 class VKTL_EXPORT lsHitTest {
+    Q_GADGET
+    // The published help texts, as Qt tools show them (spelling as published).
+    Q_CLASSINFO("Description",
+                "Calculates which object of vkTreeList is at the spcified X and Y location.")
+    Q_CLASSINFO("Button", "Mouse button")
+    Q_CLASSINFO("Shift", "Shift, Control or Alt key used.")
+    Q_CLASSINFO("X", "X position in pixels.")
+    Q_CLASSINFO("Y", "Y position in pixels.")
+    Q_CLASSINFO("DataRow", "Data row ID. (-1 if not data row clicked)")
+    Q_CLASSINFO("DataCol", "Data Col ID. (-1 if not data column clicked)")
+    Q_CLASSINFO("HeaderRow", "Header row ID. (-1 if not header row clicked)")
+    Q_CLASSINFO("HeaderCol", "HeaderCol ID. (-1 if not header column clicked)")
+    Q_CLASSINFO("PlusMinus", "True if Plus/Minus clicked.")
+    Q_CLASSINFO("Indent", "Indentation level if Plus/Minus clicked.")
+
 public:
     // Makes a hit test with every field as after Clear.
     lsHitTest() = default;

@@ -70,6 +70,13 @@ class VKTL_EXPORT vkTreeList : public QWidget {
     Q_PROPERTY(qint32 HorizontalOffset READ HorizontalOffset)
     Q_PROPERTY(float ReDrawTime READ ReDrawTime)
     Q_PROPERTY(bool Editing READ isEditing)
+    // The published help texts, as Qt tools show them (spelling as published).
+    Q_CLASSINFO("Description", "Tarnwick hierarchical ListView control")
+    Q_CLASSINFO("MultiSelect", "Enables, Disables selection of  more then one row.")
+    Q_CLASSINFO("AutoSelectNew", "If enabled then the added row will be selected.")
+    Q_CLASSINFO("ReDrawTime", "Returns the time was necessary to redraw the control.")
+    Q_CLASSINFO("EnsureVisible", "Makes the passed node visible.")
+    Q_CLASSINFO("AutoSize", "Sets the Column size according to longest data in that column.")
 
 public:
     // Creates the control and its children and runs Initialize. The host may be null (then a
@@ -133,10 +140,10 @@ public:
     // Row height in pixels; only 16..255 is taken, other values are silently ignored.
     qint32 RowHeight() const { return m_rowHeight; }
     void setRowHeight(qint32 value);
-    // Whether mouse clicks with Shift or Ctrl add rows to the selection.
+    // "Enables, Disables selection of  more then one row." (Shift or Ctrl with a click).
     bool MultiSelect() const { return m_multiSelect; }
     void setMultiSelect(bool value);
-    // Whether AddItem selects the new row.
+    // "If enabled then the added row will be selected." (by AddItem).
     bool AutoSelectNew() const { return m_autoSelectNew; }
     void setAutoSelectNew(bool value);
     // Whether a double click (or Enter) opens and closes a row.
@@ -160,7 +167,7 @@ public:
     // Width of a column in the control's scale mode, -1 when there is no such column or row.
     Q_INVOKABLE qint32 ColumnWidth(qint32 ColID) const;
     Q_INVOKABLE void setColumnWidth(qint32 ColID, qint32 width);
-    // Fits a column to its longest text; always returns false.
+    // "Sets the Column size according to longest data in that column."; always returns false.
     Q_INVOKABLE bool AutoSize(qint32 ColID);
 
     // --- Rows and cells -------------------------------------------------------------------------
@@ -216,7 +223,8 @@ public:
     Q_INVOKABLE void setMark(qint32 RowID, bool value);
 
     // --- Viewport -------------------------------------------------------------------------------
-    // Scrolls down so that a row below the view becomes its last line; never scrolls up.
+    // "Makes the passed node visible.": scrolls down so that a row below the view becomes its
+    // last line; never scrolls up.
     Q_INVOKABLE QVariant EnsureVisible(const QVariant &IndexKey);
     // Index of the row drawn right under the header rows.
     qint32 FirstDisplayedRow() const { return m_firstDisplayedRow; }
@@ -233,7 +241,7 @@ public:
     // --- Painting -------------------------------------------------------------------------------
     // Recomposes the whole frame (after clearing the drawing child when asked).
     Q_INVOKABLE void Refresh(bool Clear = false);
-    // Seconds the last frame took.
+    // "Returns the time was necessary to redraw the control." (seconds).
     float ReDrawTime() const { return m_redrawTime; }
     // The composed frame (null before the first one).
     const OffScreenDC *surface() const { return m_surface.get(); }

@@ -67,6 +67,14 @@ TEST_F(QtPropertiesTest, EnumerationsKeepTheirValueNamesAndQtMadeControlsStartAs
     EXPECT_STREQ(QMetaEnum::fromType<CaptionAlignments>().valueToKey(8), "caBottomright");
     EXPECT_STREQ(QMetaEnum::fromType<lsButtonStateConstants>().valueToKey(-1), "lsBtnDown");
 
+    // The published help texts, with their spelling.
+    const QMetaObject &meta = vkTreeList::staticMetaObject;
+    EXPECT_STREQ(meta.classInfo(meta.indexOfClassInfo("MultiSelect")).value(),
+                 "Enables, Disables selection of  more then one row.");
+    const QMetaObject &hit = lsHitTest::staticMetaObject;
+    EXPECT_STREQ(hit.classInfo(hit.indexOfClassInfo("Description")).value(),
+                 "Calculates which object of vkTreeList is at the spcified X and Y location.");
+
     // new with a parent and nothing more: a new instance with its header row.
     QWidget window;
     auto *made = new vkTreeList(&window);
