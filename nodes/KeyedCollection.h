@@ -125,15 +125,21 @@ public:
         m_keys.reserve(n);
     }
 
+private:
+    // Declared before the iterator, which names it.
+    struct Entry {
+        Ptr item;
+        QString folded; // the case-folded key, "" for none
+    };
+
+public:
     // Iteration over the items in position order.
     class const_iterator {
     public:
         using difference_type = std::ptrdiff_t;
         using value_type = Ptr;
         const_iterator() = default;
-        explicit const_iterator(
-            typename std::vector<typename KeyedCollection::Entry>::const_iterator it)
-            : m_it(it) {}
+        explicit const_iterator(typename std::vector<Entry>::const_iterator it) : m_it(it) {}
         const Ptr &operator*() const { return m_it->item; }
         const_iterator &operator++() {
             ++m_it;
@@ -147,16 +153,12 @@ public:
         bool operator==(const const_iterator &other) const { return m_it == other.m_it; }
 
     private:
-        typename std::vector<typename KeyedCollection::Entry>::const_iterator m_it;
+        typename std::vector<Entry>::const_iterator m_it;
     };
     const_iterator begin() const { return const_iterator(m_items.cbegin()); }
     const_iterator end() const { return const_iterator(m_items.cend()); }
 
 private:
-    struct Entry {
-        Ptr item;
-        QString folded; // the case-folded key, "" for none
-    };
     std::vector<Entry> m_items;
     QHash<QString, Ptr> m_keys;
 };

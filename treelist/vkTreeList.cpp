@@ -164,6 +164,7 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
     const bool autoRedraw = flag("AutoRedraw", true);
     // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
     const qint32 columns = i32("Columns", 1);
+    toInt16(columns); // a count the Columns put below would refuse fails the load here, whole
     const qint32 editMode = i32("EditMode", 0);
     const qint32 focusType = i32("FocusType", 1);
     const qint16 headers = i16("Headers", 1);

@@ -157,7 +157,8 @@ public:
     void setScaleMode(qint32 value) { m_scaleMode = toInt16(value); }
 
     // --- Columns and headers -------------------------------------------------------------------
-    // Number of data columns; values below 1 are ignored.
+    // Number of data columns; values below 1 are ignored. Cells are numbered in 16 bits: a count
+    // past 32767 raises overflow before anything changes.
     qint32 Columns() const { return m_columns; }
     void setColumns(qint32 value);
     // Number of header rows (16-bit: a put outside -32768..32767 raises overflow before anything

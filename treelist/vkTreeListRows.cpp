@@ -345,6 +345,9 @@ void vkTreeList::setMark(qint32 RowID, bool value) {
 void vkTreeList::setColumns(qint32 value) {
     if (value < 1)
         return;
+    // Cell numbers are 16-bit: past that the cells could never be made, and trying would first
+    // make 32767 of them in every row.
+    toInt16(value);
     if (value > m_columns) {
         m_columns = value;
         for (const lsNodePtr &row : *m_rows)

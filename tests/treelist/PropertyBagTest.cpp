@@ -107,6 +107,7 @@ TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
         {R"({"Font": {"Name": "DejaVu Sans", "Size": "big"}})", TreeListError::TypeMismatch},
         {R"({"Font": 12})", TreeListError::TypeMismatch},
         {R"({"Headers": 40000})", TreeListError::Overflow},
+        {R"({"Columns": 2000000000})", TreeListError::Overflow},
     };
     list->setColumns(2);
     list->AddItem(emptyText(), lsNext, "A", "Alpha");
@@ -169,6 +170,7 @@ TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {
         std::function<void()> put;
     } narrow[] = {
         {"Headers 40000", [&] { list->setHeaders(40000); }},
+        {"Columns 40000", [&] { list->setColumns(40000); }},
         {"Headers -32769", [&] { list->setHeaders(-32769); }},
         {"Appearance 70000", [&] { list->setAppearance(70000); }},
         {"ScaleMode 32768", [&] { list->setScaleMode(32768); }},
