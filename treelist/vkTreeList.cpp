@@ -92,7 +92,7 @@ vkTreeList::~vkTreeList() {
     // The children outlive this destructor (QWidget deletes them later) and may still report
     // focus or values; nothing of this class may hear them any more.
     for (QObject *child : {static_cast<QObject *>(m_picOut), static_cast<QObject *>(m_scrX),
-                           static_cast<QObject *>(m_scrY)})
+                           static_cast<QObject *>(m_scrY), static_cast<QObject *>(m_lseMisc)})
         child->disconnect(this);
     Terminate();
 }
