@@ -63,9 +63,10 @@ bool lsHitTest::hasRows(const lsNodes *Headers, const lsNodes *Rows) {
 qint32 lsHitTest::FindColumn(const lsNodes *Rows, qint32 X) const {
     // All rows share the cell positions of the first: the test is one-sided, so a point left of
     // the first column falls in column 1 and a column's right edge belongs to it.
-    if (!Rows || Rows->Count() < 1)
-        return -1;
-    return (*Rows->begin())->borrowCells().firstReaching(X);
+    // The first stored row, not the count: after a duplicate key the count includes a row that
+    // has no position.
+    const lsNodePtr first = Rows ? Rows->at(1) : nullptr;
+    return first ? first->borrowCells().firstReaching(X) : -1;
 }
 
 bool lsHitTest::IsPlusMinusClick(const lsIdent &mIdent, const QVariant &X, const QVariant &Y) {

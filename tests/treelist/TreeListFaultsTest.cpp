@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QResizeEvent>
 #include <QSignalSpy>
+#include <QTest>
 #include <functional>
 
 namespace {
@@ -113,6 +114,18 @@ TEST_F(TreeListFaultsTest, ErrorsInsideQtCallsAreReportedAndTheControlGoesOn) {
         EXPECT_EQ(list->failedEntries(), 1);
     }
     qInstallMessageHandler(previous);
+}
+
+TEST_F(TreeListFaultsTest, ARowCountedWithoutAPositionBreaksNoClick) {
+    // A duplicate key leaves the new row linked and counted but stored nowhere; with the first
+    // row removed, the count says one row while no position holds one.
+    list->AddItem(emptyText(), lsNext, "k1", "One");
+    EXPECT_EQ(errorOf([&] { list->AddItem("k1", lsNext, "K1", "Two"); }),
+              TreeListError::DuplicateKey);
+    list->RemoveItem("k1");
+    EXPECT_EQ(list->HitTest(10, 30)->DataCol(), -1);
+    QTest::mouseClick(list->picOut(), Qt::LeftButton, {}, QPoint(10, 30));
+    EXPECT_EQ(list->failedEntries(), 0);
 }
 
 TEST_F(TreeListFaultsTest, TheFrameFollowsTheOffsetTheLayoutDecided) {
