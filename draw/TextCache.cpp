@@ -50,6 +50,12 @@ TextCache::Shaped &TextCache::shaped(FontEntry &fontEntry, const QString &text) 
     return *fontEntry.texts.insert(text, Shaped{});
 }
 
+void TextCache::clear() {
+    m_fonts.clear();
+    m_size = 0;
+    m_last = -1;
+}
+
 qint32 TextCache::width(const QFont &font, const QString &text) {
     Shaped &s = shaped(entry(font), text);
     if (s.width < 0)

@@ -27,6 +27,9 @@ public:
     // QPainter::drawText would.
     void draw(QPainter &painter, int x, int baseline, const QFont &font, const QString &text);
 
+    // Drops every kept text and font (a host short of memory; tests that weigh the heap).
+    void clear();
+
 private:
     struct Shaped {
         qint32 width = -1;     // -1 until measured
