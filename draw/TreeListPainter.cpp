@@ -296,6 +296,9 @@ void TreeListPainter::DrawNodePictures(OffScreenDC &dc, const lsNode &row,
 // --- Headers ------------------------------------------------------------------------------------
 
 void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
+    // Every header row is painted on every frame: the marks start afresh, or the collection would
+    // remember each header row it ever had (and keep its memory from being given back).
+    headers.ClearDisplayed();
     for (lsNodePtr row = headers.SetFirstNode(); row; row = headers.GetNextNode(true)) {
         headers.markDisplayed(row);
         const qint32 top = (row->Index() - 1) * m_ctx.rowHeight;

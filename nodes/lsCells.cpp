@@ -75,16 +75,19 @@ lsCell *lsCells::cellAt(qint32 position) const {
 }
 
 lsCellPtr lsCells::handle(lsCell *cell) const {
-    // Shares ownership of the collection (or of the row it lies in); one not held by a shared
-    // pointer hands out plain pointers that live as long as it does.
+    // Shares ownership of the collection (or of the row it lies in) through the anchor; one not
+    // held by a shared pointer hands out plain pointers that live as long as it does.
     cell->m_handedOut = true;
-    // shared_from_this takes the count once; going through weak_from_this would copy a weak
-    // pointer first, two more atomic operations on every cell handed out.
-    try {
-        return lsCellPtr(shared_from_this(), cell);
-    } catch (const std::bad_weak_ptr &) {
-        return lsCellPtr(lsCellsPtr(), cell);
+    std::shared_ptr<const void> anchor = m_handles.lock();
+    if (!anchor) {
+        try {
+            anchor = std::make_shared<const std::shared_ptr<const lsCells>>(shared_from_this());
+        } catch (const std::bad_weak_ptr &) {
+            return lsCellPtr(lsCellsPtr(), cell);
+        }
+        m_handles = anchor;
     }
+    return lsCellPtr(anchor, cell);
 }
 
 lsCell *lsCells::find(const QString &key) const {
@@ -193,10 +196,10 @@ void lsCells::removeAt(qint32 position) {
     if (m_extra)
         --m_extra->count;
     // When no host can reach the cell or a later one, the later ones move up and the slot is free
-    // again; otherwise the removed cell keeps its slot. Either no pointer to any of them was ever
-    // handed out, or the collection's single owner is the caller (a host's cell pointer would be
-    // a second one: the cells share their owner's count).
-    bool reachable = weak_from_this().use_count() != 1;
+    // again; otherwise the removed cell keeps its slot. Either no handed-out pointer is left, or
+    // none of these cells was ever handed out. A collection held by no shared pointer cannot
+    // count its pointers: there every cell once handed out counts as reachable.
+    bool reachable = !m_handles.expired() || weak_from_this().expired();
     if (reachable) {
         reachable = false;
         for (qint32 j = i; j < inUse; ++j)

@@ -6,6 +6,8 @@
 // in chunks), so a row's cells cost one allocation. A cell handed out is a shared pointer that
 // keeps the whole collection alive, so a host's cell outlives its row as before. A removed cell
 // keeps its slot while such a pointer may still reach it; otherwise the later cells move up.
+// Handed-out pointers share one anchor per collection, so the collection knows when none is
+// left (the row's own links also own the row, so its owner count cannot tell).
 
 #include "IndexKey.h"
 #include "PositionIterator.h"
@@ -79,6 +81,9 @@ private:
 
     // Slots 0..used()-1 hold cells; Count() of them are not removed.
     std::unique_ptr<Extra> m_extra;
+    // What every handed-out cell pointer shares: it owns the collection, and it is gone exactly
+    // when no handed-out pointer is left.
+    mutable std::weak_ptr<const void> m_handles;
     mutable lsCell m_inline[kInline];
 };
 

@@ -73,11 +73,10 @@ private:
             m_list.Edit(row, column, pick(3));
             break;
         case 8:
-            // Not the column and header counts: taking columns away and back keeps the removed
-            // cells' slots in every row whose cells were ever handed out, so that churn grows
-            // the heap with the steps (an open finding; the rows' cells need their own fix).
-            m_list.setLineStyle(pick(3));
-            m_list.setFocusType(pick(2));
+            // Columns taken away and given back: removed cells must not keep their slots once
+            // no pointer to them is left (they did, and the heap grew with the steps).
+            m_list.setColumns(1 + pick(4));
+            m_list.setHeaders(pick(3));
             break;
         case 9:
             m_list.setRowHeight(16 + pick(14));
