@@ -3,6 +3,7 @@
 // control's guard would count it), and both row collections keep their invariants after every
 // step. Host calls may fail only with the documented errors.
 
+#include "FuzzApplication.h"
 #include "PictureBox.h"
 #include "TreeInvariants.h"
 #include "TreeListError.h"
@@ -19,16 +20,6 @@
 namespace {
 
 constexpr qint32 MaxRows = 400;
-
-QApplication &application() {
-    // Made once and never destroyed: Qt's own globals go before static objects at exit.
-    static int argc = 1;
-    static char name[] = "control_fuzz";
-    static char *argv[] = {name, nullptr};
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication *app = new QApplication(argc, argv);
-    return *app;
-}
 
 QVariant anyRow(FuzzedDataProvider &in, const vkTreeList &list) {
     if (in.ConsumeBool())
@@ -175,7 +166,7 @@ void userInput(FuzzedDataProvider &in, vkTreeList &list) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    application();
+    fuzzApplication();
     FuzzedDataProvider in(data, size);
     vkTreeList list;
     list.resize(240, 160);

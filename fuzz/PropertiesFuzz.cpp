@@ -2,6 +2,7 @@
 // them, or the control loads them, or it raises a documented error and is exactly as before.
 // Whatever loaded, the control then saves, repaints and loads its own save again.
 
+#include "FuzzApplication.h"
 #include "PropertyBag.h"
 #include "TreeListError.h"
 #include "lsEdit.h"
@@ -12,16 +13,6 @@
 #include <cstdlib>
 
 namespace {
-
-QApplication &application() {
-    // Made once and never destroyed: Qt's own globals go before static objects at exit.
-    static int argc = 1;
-    static char name[] = "properties_fuzz";
-    static char *argv[] = {name, nullptr};
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication *app = new QApplication(argc, argv);
-    return *app;
-}
 
 [[noreturn]] void broken(const char *what) {
     std::fprintf(stderr, "%s\n", what);
@@ -56,7 +47,7 @@ template <typename Control> void loadInto(Control &control, const PropertyBag &b
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    application();
+    fuzzApplication();
     PropertyBag bag;
     if (!bag.fromJson(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size))))
         return 0;
