@@ -164,10 +164,12 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
     const bool autoRedraw = flag("AutoRedraw", true);
     // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
     const qint32 columns = i32("Columns", 1);
-    toInt16(columns); // a count the Columns put below would refuse fails the load here, whole
+    // Counts the Headers and Columns puts below would refuse fail the load here, whole.
+    toInt16(columns);
     const qint32 editMode = i32("EditMode", 0);
     const qint32 focusType = i32("FocusType", 1);
     const qint16 headers = i16("Headers", 1);
+    checkCellCount(qint64(m_rows->Count()) + std::max<qint16>(headers, 0), columns);
     const qint32 rowHeight = i32("RowHeight", 18);
     const qint32 lineStyle = i32("LineStyle", 1);
     const qint32 columnWidth = i32("ColumnWidth", 1200);

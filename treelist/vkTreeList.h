@@ -158,7 +158,8 @@ public:
 
     // --- Columns and headers -------------------------------------------------------------------
     // Number of data columns; values below 1 are ignored. Cells are numbered in 16 bits: a count
-    // past 32767 raises overflow before anything changes.
+    // past 32767 raises overflow, and one that would make more than 4194304 cells in all raises
+    // out of memory, before anything changes.
     qint32 Columns() const { return m_columns; }
     void setColumns(qint32 value);
     // Number of header rows (16-bit: a put outside -32768..32767 raises overflow before anything
@@ -386,6 +387,9 @@ private:
     void notify(const QString &key);
 
     // Columns and rows
+    // Raises out of memory, before anything is made, when rows x columns cells are more than the
+    // control makes (a few million): a file or a host asking for more would otherwise stall.
+    static void checkCellCount(qint64 rows, qint64 columns);
     void CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
                         OleColor foreColor, OleColor backColor, qint32 appearance);
     static qint32 defaultCellWidth(const lsNodePtr &firstHeader, qint32 column);

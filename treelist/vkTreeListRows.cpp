@@ -38,8 +38,15 @@ lsCell *borrowCell(const lsNodePtr &node, qint32 column) {
 
 // --- Rows ---------------------------------------------------------------------------------------
 
+void vkTreeList::checkCellCount(qint64 rows, qint64 columns) {
+    constexpr qint64 maxCells = qint64(1) << 22;
+    if (rows * columns > maxCells)
+        throw TreeListError(TreeListError::OutOfMemory);
+}
+
 qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
                            const QString &Text, const QVariant &Image) {
+    checkCellCount(qint64(m_rows->Count()) + m_headers->Count() + 1, m_columns);
     // Adding rows one by one below the view must not cost a frame each when none shows them.
     const bool frameWasCurrent = !m_autoSelectNew && rowsUnchangedSinceFrame();
     const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
@@ -348,6 +355,7 @@ void vkTreeList::setColumns(qint32 value) {
     // Cell numbers are 16-bit: past that the cells could never be made, and trying would first
     // make 32767 of them in every row.
     toInt16(value);
+    checkCellCount(qint64(m_rows->Count()) + m_headers->Count(), value);
     if (value > m_columns) {
         m_columns = value;
         for (const lsNodePtr &row : *m_rows)
@@ -387,6 +395,7 @@ void vkTreeList::setHeaders(qint32 count) {
     // The count is 16-bit: a larger one fails before any header row is touched.
     const qint16 value = toInt16(count);
     const qint32 current = Headers();
+    checkCellCount(qint64(m_rows->Count()) + value, m_columns);
     if (value < current) {
         for (qint32 i = current; i > value && i >= 1; --i)
             m_headers->Remove(i);

@@ -5,8 +5,8 @@
 #include "lsEdit.h"
 
 #include "PictureBox.h"
-#include "TreeListPainter.h"
 #include "SystemTimer.h"
+#include "TreeListPainter.h"
 
 #include <QLabel>
 #include <QScopeGuard>

@@ -108,6 +108,7 @@ TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
         {R"({"Font": 12})", TreeListError::TypeMismatch},
         {R"({"Headers": 40000})", TreeListError::Overflow},
         {R"({"Columns": 2000000000})", TreeListError::Overflow},
+        {R"({"Headers": 30000, "Columns": 30000})", TreeListError::OutOfMemory},
     };
     list->setColumns(2);
     list->AddItem(emptyText(), lsNext, "A", "Alpha");
