@@ -158,7 +158,7 @@ public:
 
     // --- Columns and headers -------------------------------------------------------------------
     // Number of data columns; values below 1 are ignored. Cells are numbered in 16 bits: a count
-    // past 32767 raises overflow, and one that would make more than 4194304 cells in all raises
+    // past 32767 raises overflow, and one that would make more than 2097152 cells in all raises
     // out of memory, before anything changes.
     qint32 Columns() const { return m_columns; }
     void setColumns(qint32 value);

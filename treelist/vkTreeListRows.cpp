@@ -39,7 +39,7 @@ lsCell *borrowCell(const lsNodePtr &node, qint32 column) {
 // --- Rows ---------------------------------------------------------------------------------------
 
 void vkTreeList::checkCellCount(qint64 rows, qint64 columns) {
-    constexpr qint64 maxCells = qint64(1) << 22;
+    constexpr qint64 maxCells = qint64(1) << 21;
     if (rows * columns > maxCells)
         throw TreeListError(TreeListError::OutOfMemory);
 }
