@@ -29,9 +29,19 @@ lsCellPtr cellAt(const lsNodes &nodes, qint32 row, qint32 column) {
     return node ? node->Cells()->at(column) : nullptr;
 }
 
-// The same cell borrowed from its row, for reads and writes that end before the call returns.
+// The same cell borrowed from its row, for reads and writes that end before the call returns
+// (a handed-out pointer costs the cells' anchor and keeps removed cells in their slots).
 lsCell *borrowCell(const lsNodePtr &node, qint32 column) {
     return node ? node->borrowCells().cell(column) : nullptr;
+}
+
+// A column's cell in a row, borrowed; a column the row lacks raises invalid argument, as the
+// cell collection's Item does.
+lsCell &columnCell(const lsNodePtr &node, qint32 column) {
+    lsCell *cell = borrowCell(node, column);
+    if (!cell)
+        throw TreeListError(TreeListError::InvalidArgument);
+    return *cell;
 }
 
 } // namespace
@@ -233,16 +243,16 @@ void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
 }
 
 QVariant vkTreeList::HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const {
-    const lsCellPtr cell = ResolveHeaderCell(RowID, ColID);
+    const lsCell *cell = borrowCell(m_headers->at(RowID), ColID);
     return cell ? cellProperty(*cell, CellProperty) : QVariant();
 }
 
 void vkTreeList::setHeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                                const QVariant &value) {
-    const lsCellPtr cell = ResolveHeaderCell(RowID, ColID);
+    const lsNodePtr row = m_headers->at(RowID);
+    lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
-    const lsNodePtr row = m_headers->at(RowID);
     if (row->Displayed())
         repaintRow(row, true);
 }
@@ -420,7 +430,7 @@ qint32 vkTreeList::ColumnWidth(qint32 ColID) const {
     lsNodePtr row = m_headers->at(1);
     if (!row)
         row = m_rows->at(1);
-    const lsCellPtr cell = row ? row->Cells()->at(ColID) : nullptr;
+    const lsCell *cell = borrowCell(row, ColID);
     if (!cell)
         return -1;
     return roundHalfEven(m_picOut->ScaleX(cell->Width(), 3, m_scaleMode));
@@ -430,9 +440,9 @@ void vkTreeList::setColumnWidth(qint32 ColID, qint32 width) {
     const qint32 pixels = roundHalfEven(m_picOut->ScaleX(width, m_scaleMode, 3));
     // A column that a row lacks fails with the cell collection's error.
     for (const lsNodePtr &header : *m_headers)
-        header->Cells()->Item(ColID)->setWidth(pixels);
+        columnCell(header, ColID).setWidth(pixels);
     for (const lsNodePtr &row : *m_rows)
-        row->Cells()->Item(ColID)->setWidth(pixels);
+        columnCell(row, ColID).setWidth(pixels);
     Refresh(false);
 }
 
