@@ -178,7 +178,8 @@ private:
     bool m_removed : 1 = false;
     // The slot of an `lsCells` holds this cell.
     bool m_inUse : 1 = false;
-    // A shared pointer to the cell was handed out: a host may hold it, so the cell never moves.
+    // Handed out by a collection no shared pointer holds: such pointers cannot be counted, so
+    // the cell never moves.
     bool m_handedOut : 1 = false;
 };
 

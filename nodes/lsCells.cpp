@@ -2,6 +2,8 @@
 
 #include "TreeListError.h"
 
+#include <algorithm>
+
 lsCell *lsCells::slot(qint32 i) const {
     if (i < kInline)
         return &m_inline[i];
@@ -74,20 +76,86 @@ lsCell *lsCells::cellAt(qint32 position) const {
     return slot(slotOf(position));
 }
 
-lsCellPtr lsCells::handle(lsCell *cell) const {
-    // Shares ownership of the collection (or of the row it lies in) through the anchor; one not
-    // held by a shared pointer hands out plain pointers that live as long as it does.
-    cell->m_handedOut = true;
-    std::shared_ptr<const void> anchor = m_handles.lock();
-    if (!anchor) {
-        try {
-            anchor = std::make_shared<const std::shared_ptr<const lsCells>>(shared_from_this());
-        } catch (const std::bad_weak_ptr &) {
-            return lsCellPtr(lsCellsPtr(), cell);
-        }
-        m_handles = anchor;
+qint32 lsCells::slotIndex(const lsCell *cell) const {
+    if (cell >= m_inline && cell < m_inline + kInline)
+        return qint32(cell - m_inline);
+    const auto &chunks = m_extra->chunks;
+    for (size_t c = 0; c < chunks.size(); ++c) {
+        const lsCell *first = chunks[c].get();
+        if (cell >= first && cell < first + kChunk)
+            return kInline + qint32(c) * kChunk + qint32(cell - first);
     }
+    return -1;
+}
+
+lsCellPtr lsCells::handle(lsCell *cell) const {
+    // A collection no shared pointer holds hands out plain pointers that live as long as it
+    // does; it cannot count them, so the cell is marked as held for good.
+    if (weak_from_this().expired()) {
+        cell->m_handedOut = true;
+        return lsCellPtr(lsCellsPtr(), cell);
+    }
+    if (!m_handles)
+        m_handles = std::make_unique<std::vector<Handle>>();
+    for (const Handle &held : *m_handles) {
+        if (held.cell == cell) {
+            if (std::shared_ptr<const void> anchor = held.anchor.lock())
+                return lsCellPtr(anchor, cell);
+        }
+    }
+    std::erase_if(*m_handles, [](const Handle &held) { return held.anchor.expired(); });
+    auto anchor = std::make_shared<const std::shared_ptr<const lsCells>>(shared_from_this());
+    m_handles->push_back({cell, anchor});
     return lsCellPtr(anchor, cell);
+}
+
+qint32 lsCells::reachableEnd() const {
+    // One past the last slot whose cell a pointer may still reach: nothing before it may move.
+    qint32 end = 0;
+    if (weak_from_this().expired()) {
+        for (qint32 i = 0, inUse = used(); i < inUse; ++i)
+            if (slot(i)->m_handedOut)
+                end = i + 1;
+        return end;
+    }
+    if (!m_handles)
+        return 0;
+    std::erase_if(*m_handles, [](const Handle &held) { return held.anchor.expired(); });
+    for (const Handle &held : *m_handles)
+        end = std::max(end, slotIndex(held.cell) + 1);
+    if (m_handles->empty())
+        m_handles.reset();
+    return end;
+}
+
+void lsCells::compact() {
+    // Removed cells past the last held one give their slots back: the cells after them move up,
+    // which no pointer can see, and the slots at the end are free again.
+    const qint32 inUse = used();
+    qint32 to = reachableEnd();
+    for (qint32 from = to; from < inUse; ++from) {
+        lsCell *cell = slot(from);
+        if (cell->m_removed)
+            continue;
+        if (from != to) {
+            lsCell *into = slot(to);
+            if (m_extra) {
+                for (auto it = m_extra->keys.begin(); it != m_extra->keys.end(); ++it)
+                    if (it.value() == cell)
+                        it.value() = into;
+            }
+            *into = std::move(*cell);
+        }
+        ++to;
+    }
+    for (qint32 j = to; j < inUse; ++j) {
+        lsCell *freed = slot(j);
+        freed->Class_Initialize();
+        freed->m_removed = false;
+        freed->m_inUse = false;
+    }
+    if (m_extra)
+        m_extra->used = to;
 }
 
 lsCell *lsCells::find(const QString &key) const {
@@ -111,6 +179,9 @@ lsCell *lsCells::append(const QString &Title, qint16 Index, qint32 Width, const 
     if (find(key))
         throw TreeListError(TreeListError::DuplicateKey);
 
+    // Removed cells whose pointers have all gone since give their slots back first.
+    if (used() != Count())
+        compact();
     const qint32 i = used();
     if (i >= kInline && i - kInline == qint32(extra().chunks.size()) * kChunk)
         m_extra->chunks.push_back(std::make_unique<lsCell[]>(kChunk));
@@ -118,6 +189,7 @@ lsCell *lsCells::append(const QString &Title, qint16 Index, qint32 Width, const 
     cell->Class_Initialize();
     cell->m_removed = false;
     cell->m_inUse = true;
+    cell->m_handedOut = false;
     if (m_extra) {
         ++m_extra->used;
         ++m_extra->count;
@@ -155,8 +227,14 @@ lsCellPtr lsCells::Item(const QVariant &vntIndexKey) const {
 
 void lsCells::Clear() {
     TreeEdits::note();
-    while (Count() > 0)
-        removeAt(1);
+    // Every cell at once, so the slots are given back in one pass.
+    for (qint32 i = 0, inUse = used(); i < inUse; ++i)
+        slot(i)->m_removed = true;
+    if (m_extra) {
+        m_extra->keys.clear();
+        m_extra->count = 0;
+    }
+    compact();
 }
 
 void lsCells::Remove(const QVariant &vntIndexKey) {
@@ -190,37 +268,10 @@ void lsCells::forgetKey(const lsCell *cell) {
 void lsCells::removeAt(qint32 position) {
     if (position < 1 || position > Count())
         throw TreeListError(TreeListError::InvalidArgument);
-    const qint32 i = slotOf(position), inUse = used();
-    lsCell *cell = slot(i);
+    lsCell *cell = slot(slotOf(position));
     forgetKey(cell);
     if (m_extra)
         --m_extra->count;
-    // When no host can reach the cell or a later one, the later ones move up and the slot is free
-    // again; otherwise the removed cell keeps its slot. Either no handed-out pointer is left, or
-    // none of these cells was ever handed out. A collection held by no shared pointer cannot
-    // count its pointers: there every cell once handed out counts as reachable.
-    bool reachable = !m_handles.expired() || weak_from_this().expired();
-    if (reachable) {
-        reachable = false;
-        for (qint32 j = i; j < inUse; ++j)
-            reachable = reachable || slot(j)->m_handedOut;
-    }
-    if (!reachable) {
-        for (qint32 j = i; j + 1 < inUse; ++j) {
-            lsCell *from = slot(j + 1);
-            if (m_extra) {
-                for (auto it = m_extra->keys.begin(); it != m_extra->keys.end(); ++it)
-                    if (it.value() == from)
-                        it.value() = slot(j);
-            }
-            *slot(j) = std::move(*from);
-        }
-        lsCell *freed = slot(inUse - 1);
-        freed->Class_Initialize();
-        freed->m_inUse = false;
-        if (m_extra)
-            --m_extra->used;
-    } else {
-        cell->m_removed = true;
-    }
+    cell->m_removed = true;
+    compact();
 }

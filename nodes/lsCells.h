@@ -4,10 +4,11 @@
 //
 // The cells live in slots inside the collection (the first few in the object itself, later ones
 // in chunks), so a row's cells cost one allocation. A cell handed out is a shared pointer that
-// keeps the whole collection alive, so a host's cell outlives its row as before. A removed cell
-// keeps its slot while such a pointer may still reach it; otherwise the later cells move up.
-// Handed-out pointers share one anchor per collection, so the collection knows when none is
-// left (the row's own links also own the row, so its owner count cannot tell).
+// keeps the whole collection alive, so a host's cell outlives its row as before. Such a cell
+// never moves: a removed cell keeps its slot while a pointer may reach it or a later cell, and
+// otherwise the later cells move up. The pointers to one cell share one anchor, so the collection
+// knows which cells are still held (the row's own links also own the row, so its owner count
+// cannot tell) and one cell held for long, such as the selection's, pins no other.
 
 #include "IndexKey.h"
 #include "PositionIterator.h"
@@ -74,16 +75,25 @@ private:
     lsCell *slot(qint32 i) const;
     lsCell *cellAt(qint32 position) const;
     qint32 slotOf(qint32 position) const;
+    qint32 slotIndex(const lsCell *cell) const;
     lsCellPtr handle(lsCell *cell) const;
+    qint32 reachableEnd() const;
+    void compact();
     lsCell *find(const QString &key) const;
     void removeAt(qint32 position);
     void forgetKey(const lsCell *cell);
 
     // Slots 0..used()-1 hold cells; Count() of them are not removed.
     std::unique_ptr<Extra> m_extra;
-    // What every handed-out cell pointer shares: it owns the collection, and it is gone exactly
-    // when no handed-out pointer is left.
-    mutable std::weak_ptr<const void> m_handles;
+    // A handed-out cell and what its pointers share: the anchor owns the collection, and it is
+    // gone exactly when no pointer to that cell is left.
+    struct Handle {
+        const lsCell *cell;
+        std::weak_ptr<const void> anchor;
+    };
+    // Made on the first cell handed out and dropped once none is held, so rows nobody asked for
+    // a cell pay one pointer.
+    mutable std::unique_ptr<std::vector<Handle>> m_handles;
     mutable lsCell m_inline[kInline];
 };
 

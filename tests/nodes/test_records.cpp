@@ -141,6 +141,47 @@ TEST(Records, CellSlotsReadLikeAPlainList) {
 
 // A row's own cells handed back to it stay its own (holding them by pointer would make the row
 // own itself and never be freed: the sanitizer build checks), and other cells may take their place.
+// A removed cell keeps its slot only while a pointer reaches it or a later cell; pointers to
+// earlier cells (a selection held for long) pin nothing after them. Whether the cells after a
+// removal moved up shows in where the cell now at that position lives.
+TEST(Records, OnlyHeldCellsPinTheirSlots) {
+    struct Case {
+        std::vector<int> held, dropped;
+        int removed;
+        bool movedUp;
+        bool releaseAndRemoveLast; // then let the held go and remove the last cell
+    };
+    const Case cases[] = {
+        {{}, {}, 2, true, false},
+        {{1}, {3, 4}, 2, true, false}, // an earlier cell held, later ones handed out and dropped
+        {{3}, {}, 2, false, false},
+        {{5}, {1}, 2, false, false},
+        {{2}, {}, 2, true, true}, // the held removed cell gives its slot back once let go
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        SCOPED_TRACE(i);
+        const Case &c = cases[i];
+        auto cells = std::make_shared<lsCells>();
+        for (const char *title : {"A", "B", "C", "D", "E"})
+            cells->append(title, 1);
+        std::vector<lsCellPtr> held;
+        for (const int position : c.held)
+            held.push_back(cells->at(position));
+        for (const int position : c.dropped)
+            EXPECT_TRUE(cells->at(position));
+        const lsCell *slot = cells->cell(c.removed);
+        cells->Remove(c.removed);
+        if (c.releaseAndRemoveLast) {
+            held.clear();
+            cells->Remove(cells->Count());
+        }
+        EXPECT_EQ(cells->cell(c.removed) == slot, c.movedUp);
+        EXPECT_EQ(cells->cell(c.removed)->Title(), "C");
+        for (size_t h = 0; h < held.size(); ++h)
+            EXPECT_EQ(held[h]->Title(), QString(QChar('A' + c.held[h] - 1)));
+    }
+}
+
 TEST(Records, RowsTakeOtherCellsAndTheirOwnBack) {
     lsNodes rows;
     const lsNodePtr row = rows.Add(emptyText(), lsLast, "A");
