@@ -14,21 +14,31 @@ ButtonSurface::ButtonSurface(QWidget *parent) : QWidget(parent) {
 }
 
 void ButtonSurface::paintEvent(QPaintEvent *) {
-    QPainter(this).drawImage(0, 0, image());
+    if (shownPart() != m_shown || size() != m_size)
+        emit exposureChanged();
+    const QImage &picture = image();
+    QPainter(this).drawImage(m_shown.topLeft(), picture);
+}
+
+QRect ButtonSurface::shownPart() const {
+    QRect part = rect();
+    QPoint origin; // the current parent's origin in this surface's pixels
+    for (const QWidget *w = this; !w->isWindow() && w->parentWidget(); w = w->parentWidget()) {
+        origin -= w->pos();
+        part &= QRect(origin, w->parentWidget()->size());
+    }
+    return part;
 }
 
 QImage &ButtonSurface::image() {
-    if (m_image.size() != size()) {
-        m_image = QImage(size(), QImage::Format_RGB32);
+    const QRect shown = shownPart();
+    if (shown != m_shown || size() != m_size) {
+        m_shown = shown;
+        m_size = size();
+        m_image = QImage(shown.size(), QImage::Format_RGB32);
         m_image.fill(palette().color(QPalette::Button));
     }
     return m_image;
-}
-
-void ButtonSurface::resizeEvent(QResizeEvent *event) {
-    QWidget::resizeEvent(event);
-    // Drawn anew by its owner at its new size; until then it shows the button face.
-    image();
 }
 
 void ButtonSurface::mousePressEvent(QMouseEvent *event) {

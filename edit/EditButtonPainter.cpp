@@ -14,26 +14,42 @@ bool isKnownState(qint16 state) {
     return state == lsBtnDown || state == lsbtnFlat || state == lsBtnUp || state == lsBtnDisabled;
 }
 
+// The whole button on the surface: the surface itself unless told otherwise.
+QRect buttonOn(const QImage &surface, const QRect &button) {
+    return button.isNull() ? surface.rect() : button;
+}
+
+// A drawing in the button's own pixels, placed where the button lies on the surface.
+struct Canvas {
+    QImage &surface;
+    QRect button;
+    int right() const { return button.width() - 1; }
+    int bottom() const { return button.height() - 1; }
+};
+
 // Every line and box is written pixel by pixel and clipped to the surface: the frame is meant
 // to reach past the left edge, and a surface smaller than a glyph must stay untouched outside.
-void fillBox(QImage &surface, int left, int top, int right, int bottom, QRgb colour) {
-    const QRect box = QRect(QPoint(left, top), QPoint(right, bottom)) & surface.rect();
+void fillBox(const Canvas &canvas, int left, int top, int right, int bottom, QRgb colour) {
+    QImage &surface = canvas.surface;
+    const QRect box =
+        QRect(QPoint(left, top), QPoint(right, bottom)).translated(canvas.button.topLeft()) &
+        surface.rect();
     for (int y = box.top(); y <= box.bottom(); ++y)
         for (int x = box.left(); x <= box.right(); ++x)
             surface.setPixel(x, y, colour);
 }
 
 // Both ends included.
-void hLine(QImage &surface, int x1, int x2, int y, OleColor colour) {
-    fillBox(surface, x1, y, x2, y, oleTranslateColor(colour));
+void hLine(const Canvas &canvas, int x1, int x2, int y, OleColor colour) {
+    fillBox(canvas, x1, y, x2, y, oleTranslateColor(colour));
 }
 
-void vLine(QImage &surface, int x, int y1, int y2, OleColor colour) {
-    fillBox(surface, x, y1, x, y2, oleTranslateColor(colour));
+void vLine(const Canvas &canvas, int x, int y1, int y2, OleColor colour) {
+    fillBox(canvas, x, y1, x, y2, oleTranslateColor(colour));
 }
 
 // The raised frame is two pixels deep on all four sides, so the face it encloses is centred in
-// the surface and centring on the surface centres the glyph on the face. Rounding down: with an
+// the button and centring on the button centres the glyph on the face. Rounding down: with an
 // odd spare the raised glyph sits half a pixel before the centre and the pressed one (a pixel
 // further on) half a pixel past it, so pressing looks symmetric.
 int centred(int extent, int glyph) {
@@ -53,54 +69,55 @@ QRgb glyphColour(qint16 state, OleColor foreColor) {
 } // namespace
 
 bool EditButtonPainter::DrawSelectButton(QImage &surface, qint16 state, OleColor backColor,
-                                         OleColor foreColor) {
+                                         OleColor foreColor, const QRect &button) {
     surface.fill(QColor::fromRgb(oleTranslateColor(backColor)));
-    if (!DrawButtonFrame(surface, state))
+    if (!DrawButtonFrame(surface, state, button))
         return false;
-    return DrawEllipsisGlyph(surface, state, foreColor);
+    return DrawEllipsisGlyph(surface, state, foreColor, button);
 }
 
 bool EditButtonPainter::DrawDownButton(QImage &surface, qint16 state, OleColor backColor,
-                                       OleColor foreColor) {
+                                       OleColor foreColor, const QRect &button) {
     surface.fill(QColor::fromRgb(oleTranslateColor(backColor)));
-    if (!DrawButtonFrame(surface, state))
+    if (!DrawButtonFrame(surface, state, button))
         return false;
-    return DrawArrowGlyph(surface, state, foreColor);
+    return DrawArrowGlyph(surface, state, foreColor, button);
 }
 
-bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state) {
+bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state, const QRect &button) {
     if (!isKnownState(state))
         return false;
-    const int right = surface.width() - 1;
-    const int bottom = surface.height() - 1;
+    const Canvas canvas{surface, buttonOn(surface, button)};
+    const int right = canvas.right();
+    const int bottom = canvas.bottom();
 
-    // The dark outline starts one column left of the surface: the button adjoins the text box
+    // The dark outline starts one column left of the button: the button adjoins the text box
     // there and must not draw a dark edge between them. Visible: top row, right column, bottom row.
-    hLine(surface, -1, right, 0, DarkShadow3D);
-    hLine(surface, -1, right, bottom, DarkShadow3D);
-    vLine(surface, -1, 0, bottom, DarkShadow3D);
-    vLine(surface, right, 0, bottom, DarkShadow3D);
+    hLine(canvas, -1, right, 0, DarkShadow3D);
+    hLine(canvas, -1, right, bottom, DarkShadow3D);
+    vLine(canvas, -1, 0, bottom, DarkShadow3D);
+    vLine(canvas, right, 0, bottom, DarkShadow3D);
 
     switch (state) {
     case lsBtnDown:
         // Sunken: shadow inside the dark top and along the left; the right column and bottom
         // row turn to highlight, replacing the outline there.
-        vLine(surface, 0, 1, bottom - 1, ButtonShadow);
-        hLine(surface, 0, right - 1, 1, ButtonShadow);
-        vLine(surface, right, 1, bottom, ButtonHighlight);
-        hLine(surface, 0, right, bottom, ButtonHighlight);
+        vLine(canvas, 0, 1, bottom - 1, ButtonShadow);
+        hLine(canvas, 0, right - 1, 1, ButtonShadow);
+        vLine(canvas, right, 1, bottom, ButtonHighlight);
+        hLine(canvas, 0, right, bottom, ButtonHighlight);
         break;
     case lsBtnUp:
     case lsBtnDisabled:
         // Raised: the outline's right column and bottom row are the outer dark edges; the outer
         // light edges take the top row and the left column, so the button is lit from the top
         // left. The light lines stop short of the dark ones, which own the two far corners.
-        hLine(surface, 0, right - 1, 0, Light3D);
-        vLine(surface, 0, 0, bottom - 1, Light3D);
-        hLine(surface, 1, right - 2, 1, ButtonHighlight);
-        vLine(surface, 1, 1, bottom - 2, ButtonHighlight);
-        vLine(surface, right - 1, 1, bottom - 1, ButtonShadow);
-        hLine(surface, 1, right - 1, bottom - 1, ButtonShadow);
+        hLine(canvas, 0, right - 1, 0, Light3D);
+        vLine(canvas, 0, 0, bottom - 1, Light3D);
+        hLine(canvas, 1, right - 2, 1, ButtonHighlight);
+        vLine(canvas, 1, 1, bottom - 2, ButtonHighlight);
+        vLine(canvas, right - 1, 1, bottom - 1, ButtonShadow);
+        hLine(canvas, 1, right - 1, bottom - 1, ButtonShadow);
         break;
     default: // lsbtnFlat: the outline alone
         break;
@@ -108,30 +125,34 @@ bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state) {
     return true;
 }
 
-bool EditButtonPainter::DrawEllipsisGlyph(QImage &surface, qint16 state, OleColor foreColor) {
+bool EditButtonPainter::DrawEllipsisGlyph(QImage &surface, qint16 state, OleColor foreColor,
+                                          const QRect &button) {
     if (!isKnownState(state))
         return false;
+    const Canvas canvas{surface, buttonOn(surface, button)};
     // Dots two pixels square, each starting three pixels after the one before: a one-pixel gap
     // keeps them three dots rather than one bar.
     constexpr int Dot = 2, Pitch = 3, Count = 3;
     constexpr int Width = Pitch * (Count - 1) + Dot;
-    const int x = centred(surface.width(), Width) + glyphShift(state);
-    const int y = centred(surface.height(), Dot) + glyphShift(state);
+    const int x = centred(canvas.button.width(), Width) + glyphShift(state);
+    const int y = centred(canvas.button.height(), Dot) + glyphShift(state);
     const QRgb colour = glyphColour(state, foreColor);
     for (int i = 0; i < Count; ++i)
-        fillBox(surface, x + i * Pitch, y, x + i * Pitch + Dot - 1, y + Dot - 1, colour);
+        fillBox(canvas, x + i * Pitch, y, x + i * Pitch + Dot - 1, y + Dot - 1, colour);
     return true;
 }
 
-bool EditButtonPainter::DrawArrowGlyph(QImage &surface, qint16 state, OleColor foreColor) {
+bool EditButtonPainter::DrawArrowGlyph(QImage &surface, qint16 state, OleColor foreColor,
+                                       const QRect &button) {
     if (!isKnownState(state))
         return false;
+    const Canvas canvas{surface, buttonOn(surface, button)};
     // Rows of 7, 5, 3 and 1 pixels, each one pixel further right: a triangle 7 wide and 4 high.
     constexpr int Width = 7, Rows = 4;
-    const int x = centred(surface.width(), Width) + glyphShift(state);
-    const int y = centred(surface.height(), Rows) + glyphShift(state);
+    const int x = centred(canvas.button.width(), Width) + glyphShift(state);
+    const int y = centred(canvas.button.height(), Rows) + glyphShift(state);
     const QRgb colour = glyphColour(state, foreColor);
     for (int i = 0; i < Rows; ++i)
-        fillBox(surface, x + i, y + i, x + Width - 1 - i, y + i, colour);
+        fillBox(canvas, x + i, y + i, x + Width - 1 - i, y + i, colour);
     return true;
 }

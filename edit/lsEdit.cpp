@@ -331,15 +331,20 @@ QVariant lsEdit::Edit(const qint32 &Mode) {
 // --- Buttons ------------------------------------------------------------------------------------
 
 bool lsEdit::DrawSelectButton(qint16 State) {
-    const bool drawn =
-        EditButtonPainter::DrawSelectButton(m_select->image(), State, kButtonFace, m_foreColor);
+    m_selectState = State;
+    // The picture first: taking it settles where the button lies on it.
+    QImage &picture = m_select->image();
+    const bool drawn = EditButtonPainter::DrawSelectButton(picture, State, kButtonFace, m_foreColor,
+                                                           m_select->buttonBox());
     m_select->update();
     return drawn;
 }
 
 bool lsEdit::DrawDownButton(qint16 State) {
-    const bool drawn =
-        EditButtonPainter::DrawDownButton(m_down->image(), State, kButtonFace, m_foreColor);
+    m_downState = State;
+    QImage &picture = m_down->image();
+    const bool drawn = EditButtonPainter::DrawDownButton(picture, State, kButtonFace, m_foreColor,
+                                                         m_down->buttonBox());
     m_down->update();
     return drawn;
 }

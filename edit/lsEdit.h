@@ -210,6 +210,9 @@ private:
     QListWidget *m_list;
     ButtonSurface *m_select;
     ButtonSurface *m_down;
+    // The state each button was last drawn in, to draw it again when more of it shows.
+    qint16 m_selectState = lsBtnUp;
+    qint16 m_downState = lsBtnUp;
 
     qint16 m_borderStyle = 0;
     qint16 m_appearance = 1;

@@ -75,6 +75,10 @@ void lsEdit::connectInput() {
     for (ButtonSurface *button : {m_select, m_down})
         connect(button, &ButtonSurface::keyPress, this,
                 [this](qint16 &ascii) { guarded("button key", [&] { onKeyPress(ascii); }); });
+    connect(m_select, &ButtonSurface::exposureChanged, this,
+            [this] { guarded("ellipsis exposure", [&] { DrawSelectButton(m_selectState); }); });
+    connect(m_down, &ButtonSurface::exposureChanged, this,
+            [this] { guarded("arrow exposure", [&] { DrawDownButton(m_downState); }); });
     connect(m_down, &ButtonSurface::pressed, this, [this](qint16 button, qint16, float, float) {
         guarded("arrow press", [&] { onDownPressed(button); });
     });

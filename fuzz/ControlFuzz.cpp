@@ -21,6 +21,14 @@ namespace {
 
 constexpr qint32 MaxRows = 400;
 
+// VKTL_FUZZ_TRACE=1 prints each step and the control's shape after it, to read a finding.
+const bool tracing = qEnvironmentVariableIsSet("VKTL_FUZZ_TRACE");
+
+void trace(const char *kind, int op, qint32 row = 0, qint32 column = 0) {
+    if (tracing)
+        std::fprintf(stderr, "%s %d (row %d, column %d)", kind, op, row, column);
+}
+
 QVariant anyRow(FuzzedDataProvider &in, const vkTreeList &list) {
     if (in.ConsumeBool())
         return QStringLiteral("k%1").arg(in.ConsumeIntegralInRange(0, 60));
@@ -43,7 +51,9 @@ QVariant anyValue(FuzzedDataProvider &in) {
 void hostCall(FuzzedDataProvider &in, vkTreeList &list) {
     const qint32 row = in.ConsumeIntegralInRange(-1, list.Rows() + 1);
     const qint32 column = in.ConsumeIntegralInRange(-1, list.Columns() + 1);
-    switch (in.ConsumeIntegralInRange(0, 15)) {
+    const int op = in.ConsumeIntegralInRange(0, 15);
+    trace("host", op, row, column);
+    switch (op) {
     case 0:
     case 1:
         if (list.Rows() < MaxRows) {
@@ -130,7 +140,9 @@ void userInput(FuzzedDataProvider &in, vkTreeList &list) {
         Qt::Key_Up,  Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home,
         Qt::Key_End, Qt::Key_Left, Qt::Key_Right,  Qt::Key_Return,   Qt::Key_Escape,
         Qt::Key_Tab, Qt::Key_F4,   Qt::Key_A,      Qt::Key_Backspace};
-    switch (in.ConsumeIntegralInRange(0, 5)) {
+    const int op = in.ConsumeIntegralInRange(0, 5);
+    trace("input", op, at.y(), at.x());
+    switch (op) {
     case 0:
         QTest::mouseClick(surface, button, modifiers, at);
         break;
@@ -183,6 +195,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
             // A documented failure of a host call.
             duplicateLinked = duplicateLinked || error.number() == TreeListError::DuplicateKey;
         }
+        if (tracing)
+            std::fprintf(stderr, " -> rows %d, columns %d, headers %d, height %d, size %dx%d\n",
+                         list.Rows(), list.Columns(), list.Headers(), list.RowHeight(),
+                         list.width(), list.height());
         if (list.failedEntries() != 0) {
             std::fprintf(stderr, "an error reached the control's guard inside a Qt call\n");
             std::abort();

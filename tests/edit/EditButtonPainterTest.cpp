@@ -8,7 +8,7 @@
 
 namespace {
 
-using Paint = bool (*)(QImage &, qint16, OleColor, OleColor);
+using Paint = bool (*)(QImage &, qint16, OleColor, OleColor, const QRect &);
 const Paint Select = &EditButtonPainter::DrawSelectButton,
             Down = &EditButtonPainter::DrawDownButton;
 constexpr OleColor Green = 0x0000FF00, Red = 0x000000FF;
@@ -16,7 +16,7 @@ constexpr qint16 States[] = {lsBtnDown, lsbtnFlat, lsBtnUp, lsBtnDisabled};
 
 QImage button(Paint paint, qint16 state, OleColor back = Green, OleColor fore = Red) {
     QImage surface(17, 17, QImage::Format_RGB32);
-    paint(surface, state, back, fore);
+    paint(surface, state, back, fore, {});
     return surface;
 }
 
@@ -65,7 +65,7 @@ TEST(EditButtonPainter, UnknownStatesAndTinySurfaces) {
         QImage surface = button(Down, state); // cleared all the same: blank, not a stale state
         const QImage blank = surface;
         EXPECT_EQ(blank.pixel(8, 8), oleTranslateColor(Green));
-        EXPECT_FALSE(Down(surface, state, Green, Red));
+        EXPECT_FALSE(Down(surface, state, Green, Red, {}));
         EXPECT_FALSE(EditButtonPainter::DrawButtonFrame(surface, state));
         EXPECT_FALSE(EditButtonPainter::DrawEllipsisGlyph(surface, state, Red));
         EXPECT_FALSE(EditButtonPainter::DrawArrowGlyph(surface, state, Red));
@@ -79,8 +79,28 @@ TEST(EditButtonPainter, UnknownStatesAndTinySurfaces) {
     for (const QSize size : {QSize(0, 0), QSize(1, 1), QSize(3, 3), QSize(1, 17), QSize(17, 2)})
         for (qint16 state : States) {
             QImage surface(size, QImage::Format_RGB32);
-            EXPECT_TRUE(Select(surface, state, Green, Red) && Down(surface, state, Green, Red));
+            EXPECT_TRUE(Select(surface, state, Green, Red, {}) &&
+                        Down(surface, state, Green, Red, {}));
         }
     qInstallMessageHandler(previous);
     EXPECT_EQ(warnings, 0);
+}
+
+// A surface that holds only part of a button (one far larger than its window keeps only what can
+// show) gets exactly that part of the whole button's pixels.
+TEST(EditButtonPainter, PartOfAButtonMatchesTheWhole) {
+    const QRect parts[] = {
+        {0, 0, 12, 9}, {20, 25, 15, 15}, {31, 0, 9, 40}, {-5, -5, 50, 50}, {38, 38, 10, 10}};
+    for (const Paint paint : {Select, Down})
+        for (const qint16 state : States) {
+            QImage whole(40, 40, QImage::Format_RGB32);
+            paint(whole, state, Green, Red, {});
+            for (const QRect &part : parts) {
+                const QRect shown = part & whole.rect();
+                QImage surface(shown.size(), QImage::Format_RGB32);
+                paint(surface, state, Green, Red, QRect(-shown.topLeft(), whole.size()));
+                EXPECT_EQ(surface, whole.copy(shown))
+                    << state << " " << part.x() << "," << part.y();
+            }
+        }
 }

@@ -1,6 +1,8 @@
 // The editor driven as a person drives it: real focus and key events in an active window.
 
 #include "lsEdit.h"
+#include "ButtonSurface.h"
+#include "EditButtonPainter.h"
 #include "ErrorOf.h"
 #include "PropertyBag.h"
 
@@ -32,6 +34,8 @@ protected:
         other->setFocus();
         record();
     }
+    // The window (and an editor still open in it) goes before the events it would record.
+    void TearDown() override { window.reset(); }
 
     // Records the editor's events; the hooks let a test answer them.
     void record() {
@@ -252,6 +256,27 @@ TEST_F(lsEditTest, ButtonModeHandsTheValueToTheHost) {
     QTest::keyClick(edit->btnSelect(), Qt::Key_Escape);
     EXPECT_EQ(take(), QStringList({"BeforeEdit", "OnClose"}));
     EXPECT_FALSE(edit->isVisible());
+}
+
+// A button far larger than its window keeps a picture of only the part that can show (a square
+// button as tall as a 30000-pixel row took gigabytes), with that part's pixels of the whole
+// button; when the window grows and more shows, it is drawn again.
+TEST_F(lsEditTest, HugeButtonKeepsOnlyWhatCanShow) {
+    edit->setGeometry(20, 100, 160, 1500);
+    edit->Edit(lsEditButton);
+    auto *button = static_cast<ButtonSurface *>(edit->btnSelect());
+    for (const QSize windowSize : {QSize(320, 300), QSize(320, 700)}) {
+        window->resize(windowSize);
+        QApplication::processEvents();
+        // The editor clips the button as the window clips the editor.
+        const QRect shown = button->rect() &
+                            QRect(button->mapFrom(edit, QPoint(0, 0)), edit->size()) &
+                            QRect(button->mapFrom(window.get(), QPoint(0, 0)), window->size());
+        button->grab(); // paints, drawing again when more shows
+        QImage whole(button->size(), QImage::Format_RGB32);
+        EditButtonPainter::DrawSelectButton(whole, lsBtnUp, 0x8000000F, 0x80000012, {});
+        EXPECT_EQ(button->image(), whole.copy(shown)) << windowSize.height();
+    }
 }
 
 TEST(lsEditModel, MembersPersistenceAndSetUp) {
