@@ -93,7 +93,8 @@ void PictureBox::resizeEvent(QResizeEvent *event) {
     // one fails, the last good frame is still what the user sees.
     QImage screen(size(), QImage::Format_RGB32);
     screen.fill(oleTranslateColor(m_backColor));
-    if (!m_screen.isNull())
+    // A surface shrunk to nothing has no picture to paint on.
+    if (!m_screen.isNull() && !screen.isNull())
         QPainter(&screen).drawImage(0, 0, m_screen);
     m_screen = std::move(screen);
 }
