@@ -30,6 +30,13 @@ protected:
                           QStringLiteral("K%1").arg(i), QStringLiteral("Row%1").arg(i));
     }
 
+    // A control with room for a few lines only, over 30 rows of `columns` columns.
+    void makeScrollingList(qint32 columns) {
+        makeControl(true, 300, 120);
+        list->setColumns(columns);
+        addFlatRows(30);
+    }
+
     // The frame the control composed last.
     QImage frame() const { return *list->surface()->hDC(); }
 
