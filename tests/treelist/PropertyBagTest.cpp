@@ -166,9 +166,7 @@ TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {
     }
 
     // Puts of 16-bit values take the host's 32 bits and fail before anything changes.
-    QStringList keys;
-    QObject::connect(list.get(), &vkTreeList::PropertyChanged,
-                     [&](const QString &key) { keys << key; });
+    recordChanges();
     const struct Narrow {
         const char *name;
         std::function<void()> put;
@@ -181,7 +179,7 @@ TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {
     };
     for (const Narrow &n : narrow)
         EXPECT_EQ(errorOf(n.put), TreeListError::Overflow) << n.name;
-    EXPECT_TRUE(keys.isEmpty());
+    EXPECT_TRUE(changed.isEmpty());
     EXPECT_EQ(list->Headers(), 1);
     EXPECT_EQ(list->Appearance(), lsApp3D);
     EXPECT_EQ(list->ScaleMode(), 1);
@@ -190,8 +188,7 @@ TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {
     QWidget parent;
     vkTreeList child(&parent, host.get());
     child.InitProperties();
-    QObject::connect(&child, &vkTreeList::PropertyChanged,
-                     [&](const QString &key) { keys << key; });
+    recordChanges(&child);
     parent.setEnabled(false);
     EXPECT_TRUE(child.Enabled());
     PropertyBag saved;
@@ -202,24 +199,22 @@ TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {
     EXPECT_FALSE(child.Enabled());
     child.WriteProperties(saved);
     EXPECT_FALSE(saved.json().value("Enabled").toBool(true));
-    EXPECT_EQ(keys, QStringList({"Enabled"}));
+    EXPECT_EQ(changed, QStringList({"Enabled"}));
 }
 
 TEST_F(PropertyBagTest, PutsNotifyWithTheBagKeyAndRepaintOnlyWhereTheyShould) {
-    QStringList keys;
-    QObject::connect(list.get(), &vkTreeList::PropertyChanged,
-                     [&](const QString &key) { keys << key; });
+    recordChanges();
     addFlatRows(2);
 
     // RowHeight takes 16..255 only, silently.
     for (int h : {15, 256, -1})
         list->setRowHeight(h);
     EXPECT_EQ(list->RowHeight(), 18);
-    EXPECT_TRUE(keys.isEmpty());
+    EXPECT_TRUE(changed.isEmpty());
     list->setRowHeight(16);
     list->setRowHeight(255);
     EXPECT_EQ(list->RowHeight(), 255);
-    EXPECT_EQ(keys, QStringList({"RowHeight", "RowHeight"}));
+    EXPECT_EQ(changed, QStringList({"RowHeight", "RowHeight"}));
 
     // BackColor does not repaint: the composed frame keeps the old background.
     list->setRowHeight(18);
@@ -231,7 +226,7 @@ TEST_F(PropertyBagTest, PutsNotifyWithTheBagKeyAndRepaintOnlyWhereTheyShould) {
     EXPECT_EQ(corner(), qRgb(255, 0, 0));
 
     // AutoRedraw off keeps the frame; turning it on repaints at once.
-    keys.clear();
+    changed.clear();
     list->setAutoRedraw(false);
     list->setListCell(lslcData, 1, 1, "Changed");
     const QImage frozen = frame();
@@ -240,7 +235,7 @@ TEST_F(PropertyBagTest, PutsNotifyWithTheBagKeyAndRepaintOnlyWhereTheyShould) {
     EXPECT_EQ(frame(), frozen);
     list->setAutoRedraw(true);
     EXPECT_NE(frame(), frozen);
-    EXPECT_EQ(keys, QStringList({"AutoRedraw", "BackColor", "AutoRedraw"}));
+    EXPECT_EQ(changed, QStringList({"AutoRedraw", "BackColor", "AutoRedraw"}));
 }
 
 } // namespace
