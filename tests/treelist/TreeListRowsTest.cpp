@@ -86,27 +86,15 @@ TEST_F(TreeListRowsTest, ListCellResolvesDefaultsAndReadsEveryProperty) {
     EXPECT_FALSE(list->ListCell(12, 1, 1).isValid());
     list->setListCell(12, 1, 1, 5); // ignored without error
 
-    const struct {
-        qint32 property;
-        QVariant value;
-    } table[] = {
-        {lslcAlignment, lsAlignCenter},
-        {lslcBold, true},
-        {lslcData, "text"},
-        {lslcIcon, "key"},
-        {lslcTag, 42},
-        {lslcTop, 7},
-        {lslcLeft, 9},
-        {lslcHeight, 11},
-        {lslcWidth, 99},
-        {lslcForeColor, 0x123456u},
-        {lslcbackColor, 0xABCDEFu},
-        {lsLCSelected, true},
-    };
-    for (const auto &entry : table) {
-        list->setListCell(entry.property, 2, 1, entry.value);
-        EXPECT_EQ(list->ListCell(entry.property, 2, 1).toString(), entry.value.toString())
-            << "property " << entry.property;
+    // clang-format off
+    const std::pair<qint32, QVariant> table[] = {
+        {lslcAlignment, lsAlignCenter}, {lslcBold, true}, {lslcData, "text"}, {lslcIcon, "key"},
+        {lslcTag, 42}, {lslcTop, 7}, {lslcLeft, 9}, {lslcHeight, 11}, {lslcWidth, 99},
+        {lslcForeColor, 0x123456u}, {lslcbackColor, 0xABCDEFu}, {lsLCSelected, true}};
+    // clang-format on
+    for (const auto &[property, value] : table) {
+        list->setListCell(property, 2, 1, value);
+        EXPECT_EQ(list->ListCell(property, 2, 1).toString(), value.toString()) << property;
     }
     EXPECT_THROW(list->setListCell(lslcWidth, 2, 1, "wide"), TreeListError);
     EXPECT_EQ(list->ListCell(lslcWidth, 2, 1).toInt(), 99);
