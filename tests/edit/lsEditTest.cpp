@@ -75,11 +75,6 @@ protected:
         return folded;
     }
 
-    void fill(int entries) {
-        for (int i = 0; i < entries; ++i)
-            edit->AddItem(QString("Item %1").arg(i, 2, 10, QChar('0')));
-    }
-
     std::unique_ptr<QWidget> window;
     QLineEdit *other = nullptr;
     lsEdit *edit = nullptr;
@@ -205,7 +200,8 @@ TEST_F(lsEditTest, DropDownSizesAndOpensUpwardsWhenShortOfRoomBelow) {
         {20, 20, 8, false}, {3, 20, 4, false}, {0, 20, 1, false}, {3, 300 - 22 - row, 4, true}};
     for (const Case &c : cases) {
         edit->Clear();
-        fill(c.entries);
+        for (int i = 0; i < c.entries; ++i)
+            edit->AddItem(QString("Item %1").arg(i, 2, 10, QChar('0')));
         edit->setGeometry(20, c.top, 160, 22);
         edit->Edit(lsEditComboBox);
         const QPoint textOnScreen = edit->txtEdit()->mapToGlobal(QPoint());

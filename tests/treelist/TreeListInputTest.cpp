@@ -110,10 +110,6 @@ TEST(HitTest, ClearAndPlusMinusBoxWithItsEdges) {
     EXPECT_EQ(hit.IdentSize(), 19);
 }
 
-} // namespace
-
-namespace {
-
 // The host's view: every input event the control raises, in order.
 class TreeListMouseTest : public TreeListInputTest {
 protected:
@@ -180,38 +176,23 @@ TEST_F(TreeListMouseTest, PressesRaiseTheirEventsInOrder) {
         QPoint at;
         QStringList expected;
     } cases[] = {
-        {"click on a cell",
-         Click,
-         Qt::LeftButton,
-         cellPoint("K3", 2),
+        // clang-format off
+        {"click on a cell", Click, Qt::LeftButton, cellPoint("K3", 2),
          {"CellClick 5 2", "MouseDown 1 0", "MouseUp 1 0", "Click"}},
-        {"plus box opens, then the cell click",
-         Press,
-         Qt::LeftButton,
-         boxPoint("K2"),
+        {"plus box opens, then the cell click", Press, Qt::LeftButton, boxPoint("K2"),
          {"OnExpand 2", "CellClick 2 1", "MouseDown 1 0"}},
-        {"and closes",
-         Press,
-         Qt::LeftButton,
-         boxPoint("K2"),
+        {"and closes", Press, Qt::LeftButton, boxPoint("K2"),
          {"OnCollapse 2", "CellClick 2 1", "MouseDown 1 0"}},
-        {"box of a row without children",
-         Press,
-         Qt::LeftButton,
-         boxPoint("K4"),
+        {"box of a row without children", Press, Qt::LeftButton, boxPoint("K4"),
          {"CellClick 6 1", "MouseDown 1 0"}},
         {"below the last row", Press, Qt::LeftButton, below, {"MouseDown 1 0"}},
-        {"left press on a header",
-         Press,
-         Qt::LeftButton,
-         header,
+        {"left press on a header", Press, Qt::LeftButton, header,
          {"HeaderClick 1 2", "MouseDown 1 0"}},
         {"right press on a header", Press, Qt::RightButton, header, {"MouseDown 2 0"}},
-        {"double click: the second press is the double click",
-         DoubleClick,
-         Qt::LeftButton,
+        {"double click: the second press is the double click", DoubleClick, Qt::LeftButton,
          cellPoint("K1", 1),
          {"CellClick 1 1", "MouseDown 1 0", "MouseUp 1 0", "Click", "DblClick", "MouseUp 1 0"}},
+        // clang-format on
     };
     for (const auto &c : cases) {
         take();
