@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 #include <limits>
-#include <map>
 #include <tuple>
 #include <vector>
 
@@ -61,40 +60,8 @@ TEST(OffScreenDC, LinesFollowTheEndPixelAndDotRules) {
     }
 }
 
-TEST(OffScreenDC, BordersAreExactAndSelectedInvertsOnlyTheInside) {
-    // A 6 x 5 rectangle at (1, 1) on magenta: H highlight, L 3-D light, S shadow, D dark shadow,
-    // . fill, M untouched.
-    // clang-format off
-    const std::map<char, OleColor> colour = {{'H', oleFromRgb(sysColor(20))}, {'L', oleFromRgb(sysColor(22))},
-        {'S', oleFromRgb(sysColor(16))}, {'D', oleFromRgb(sysColor(21))}, {'.', Yellow}, {'M', Magenta}};
-    const std::pair<Appearances, const char *> cases[] = {
-        {Appearances::Raised,   "MMMMMMMM" "MHHHHHSM" "MH....SM" "MH....SM" "MH....SM" "MSSSSSSM" "MMMMMMMM"},
-        {Appearances::Sunken,   "MMMMMMMM" "MSSSSSHM" "MS....HM" "MS....HM" "MS....HM" "MHHHHHHM" "MMMMMMMM"},
-        {Appearances::Raised3D, "MMMMMMMM" "MHHHHHDM" "MHLLLSDM" "MHL..SDM" "MHSSSSDM" "MDDDDDDM" "MMMMMMMM"},
-        {Appearances::Flat,     "MMMMMMMM" "M......M" "M......M" "M......M" "M......M" "M......M" "MMMMMMMM"},
-    };
-    // clang-format on
-    for (const auto &[look, map] : cases) {
-        OffScreenDC dc;
-        init(dc, 8, 7, Magenta);
-        dc.DrawRect(1, 1, 6, 5, Yellow, Black, QString(), 0, caCenterCenter, look);
-        for (int i = 0; i < 56; ++i)
-            EXPECT_EQ(at(dc, i % 8, i / 8), colour.at(map[i]))
-                << int(look) << " at " << i % 8 << "," << i / 8;
-    }
-
-    // Selected is Sunken, caption included, with the inside of the border inverted.
-    OffScreenDC sunken, selected;
-    init(sunken, 60, 24);
-    init(selected, 60, 24);
-    sunken.DrawRect(1, 1, 58, 22, Yellow, Red, "Wq", 0, caCenterCenter, Appearances::Sunken);
-    selected.DrawRect(1, 1, 58, 22, Yellow, Red, "Wq", 0, caCenterCenter, Appearances::Selected);
-    sunken.InvertRect(2, 2, 56, 20);
-    EXPECT_TRUE(*selected.hDC() == *sunken.hDC());
-}
-
-// Caption placement in every alignment, the cut caption and the x-0 offset rule are pinned by the
-// "appearances" reference image.
+// Borders of every look, caption placement in every alignment, the cut caption and the x-0 offset
+// rule are pinned by the "appearances" reference image.
 TEST(OffScreenDC, TextFillsItsBoxKeepsGivenColoursButNotAGivenFont) {
     OffScreenDC dc, big;
     init(big);

@@ -75,11 +75,6 @@ protected:
         return folded;
     }
 
-    void fill(int entries) {
-        for (int i = 0; i < entries; ++i)
-            edit->AddItem(QString("Item %1").arg(i, 2, 10, QChar('0')));
-    }
-
     std::unique_ptr<QWidget> window;
     QLineEdit *other = nullptr;
     lsEdit *edit = nullptr;
@@ -205,7 +200,8 @@ TEST_F(lsEditTest, DropDownSizesAndOpensUpwardsWhenShortOfRoomBelow) {
         {20, 20, 8, false}, {3, 20, 4, false}, {0, 20, 1, false}, {3, 300 - 22 - row, 4, true}};
     for (const Case &c : cases) {
         edit->Clear();
-        fill(c.entries);
+        for (int i = 0; i < c.entries; ++i)
+            edit->AddItem(QString("Item %1").arg(i, 2, 10, QChar('0')));
         edit->setGeometry(20, c.top, 160, 22);
         edit->Edit(lsEditComboBox);
         const QPoint textOnScreen = edit->txtEdit()->mapToGlobal(QPoint());
@@ -226,14 +222,6 @@ TEST_F(lsEditTest, ButtonModeHandsTheValueToTheHost) {
     edit->setValue("old");
     edit->Edit(lsEditButton);
     EXPECT_TRUE(edit->txtEdit()->isReadOnly());
-    // The ellipsis shows its dots (in the button text colour, black) as soon as it is shown.
-    const QImage button = edit->btnSelect()->grab().toImage();
-    const int middle = button.height() / 2;
-    bool dots = false;
-    for (int x = 0; x < button.width(); ++x)
-        for (int y = middle - 2; y <= middle + 2; ++y)
-            dots = dots || button.pixel(x, y) == qRgb(0, 0, 0);
-    EXPECT_TRUE(dots);
     QTest::keyClicks(edit->txtEdit(), "xyz");
     EXPECT_EQ(edit->txtEdit()->text(), "old");
     QTest::keyClick(edit->txtEdit(), Qt::Key_Return);
@@ -258,15 +246,20 @@ TEST_F(lsEditTest, ButtonModeHandsTheValueToTheHost) {
     EXPECT_FALSE(edit->isVisible());
 }
 
-// A button far larger than its window keeps a picture of only the part that can show (a square
-// button as tall as a 30000-pixel row took gigabytes), with that part's pixels of the whole
-// button; when the window grows and more shows, it is drawn again.
-TEST_F(lsEditTest, HugeButtonKeepsOnlyWhatCanShow) {
-    edit->setGeometry(20, 100, 160, 1500);
-    edit->Edit(lsEditButton);
+// A button shows the whole button's pixels as soon as it is shown. One far larger than its window
+// keeps a picture of only the part that can show (a square button as tall as a 30000-pixel row
+// took gigabytes); when the window grows and more shows, it is drawn again.
+TEST_F(lsEditTest, ButtonKeepsOnlyWhatCanShow) {
     auto *button = static_cast<ButtonSurface *>(edit->btnSelect());
-    for (const QSize windowSize : {QSize(320, 300), QSize(320, 700)}) {
-        window->resize(windowSize);
+    edit->Edit(lsEditButton);
+    for (const auto &[editorHeight, windowHeight] :
+         {std::pair{22, 300}, {1500, 300}, {1500, 700}}) {
+        if (editorHeight != edit->height()) {
+            edit->AbortEdit();
+            edit->setGeometry(20, 100, 160, editorHeight);
+            edit->Edit(lsEditButton);
+        }
+        window->resize(320, windowHeight);
         QApplication::processEvents();
         // The editor clips the button as the window clips the editor.
         const QRect shown = button->rect() &
@@ -275,7 +268,7 @@ TEST_F(lsEditTest, HugeButtonKeepsOnlyWhatCanShow) {
         button->grab(); // paints, drawing again when more shows
         QImage whole(button->size(), QImage::Format_RGB32);
         EditButtonPainter::DrawSelectButton(whole, lsBtnUp, 0x8000000F, 0x80000012, {});
-        EXPECT_EQ(button->image(), whole.copy(shown)) << windowSize.height();
+        EXPECT_EQ(button->image(), whole.copy(shown)) << editorHeight << " in " << windowHeight;
     }
 }
 

@@ -1,4 +1,5 @@
-// Cells, cell collections and single nodes.
+// Cells, cell collections, single nodes, and the node collection where its randomized
+// comparison does not reach.
 #include "ErrorOf.h"
 #include "lsNodes.h"
 
@@ -9,7 +10,7 @@
 
 namespace {
 
-TEST(Records, DefaultsAndReset) {
+TEST(Records, CellDefaultsAndReset) {
     lsCell cell;
     cell.setWidth(7);
     cell.setTag(3);
@@ -23,12 +24,6 @@ TEST(Records, DefaultsAndReset) {
     // The column number is 16-bit: a wider put fails and changes nothing.
     EXPECT_EQ(errorOf([&] { cell.setIndex(40000); }), TreeListError::Overflow);
     EXPECT_EQ(cell.Index(), 1);
-
-    lsNode node;
-    EXPECT_TRUE(node.Expanded() && node.Visible() && !node.Key().isValid());
-    node.setCells(nullptr);
-    ASSERT_TRUE(node.Cells());
-    EXPECT_EQ(node.Width(), 0);
 }
 
 // Placing, removing and keys of cells are held to a plain list below; these are the sums past
@@ -218,6 +213,51 @@ TEST(Records, LongSiblingChainIsFreedWithoutDeepRecursion) {
     }
     first.reset();
     EXPECT_TRUE(last.expired());
+}
+
+// Placing, removing, walking, opening and selecting are held to the plain implementation by
+// test_equivalence.cpp; these cases cover what its scripts do not reach: a list as a relative,
+// paths, rows freed after a duplicate key or a clear, and more rows than the counter holds.
+TEST(Nodes, ListRelativeDuplicateKeysPathsAndFreeing) {
+    std::weak_ptr<lsNode> orphan, other;
+    {
+        lsNodes nodes;
+        nodes.Add(emptyText(), lsNext, "A", "A");
+        nodes.Add("A", lsChild, "A1", "A1");
+        nodes.Add("A", lsNext, "B", "B");
+        // A list names no row: the new row goes under the first one.
+        EXPECT_EQ(nodes.Add(QVariantList{}, lsChild, "N", "N")->Parent(), nodes.Item("A"));
+        EXPECT_EQ(nodes.FindPath(nodes.Item("N")), "A\\N");
+        EXPECT_EQ(nodes.FindPath(nullptr), "");
+        other = nodes.Item("A1");
+        EXPECT_EQ(errorOf([&] { nodes.Add("A", lsChild, "b", "dup"); }),
+                  TreeListError::DuplicateKey);
+        orphan = nodes.Item("A")->LastChild();
+        ASSERT_FALSE(orphan.expired());
+        EXPECT_EQ(orphan.lock()->Text(), "dup");
+        EXPECT_EQ(nodes.Count(), 5);
+        EXPECT_FALSE(nodes.at(5));
+        nodes.Clear();
+        EXPECT_FALSE(nodes.Count() || nodes.Root());
+        EXPECT_TRUE(orphan.expired() && other.expired());
+
+        nodes.Add(emptyText(), lsNext, "A", "A");
+        EXPECT_ANY_THROW(nodes.Add("A", lsPrevious, "A", "dupRoot"));
+        orphan = nodes.Root();
+        EXPECT_EQ(orphan.lock()->Text(), "dupRoot");
+    }
+    EXPECT_TRUE(orphan.expired());
+}
+
+TEST(Nodes, MoreRowsThanTheCounterHoldsOverflowWithoutLoss) {
+    lsNodes nodes;
+    const lsNodePtr top = nodes.Add();
+    for (int i = 0; i < 32767; ++i)
+        nodes.Add(1, lsChild);
+    EXPECT_EQ(errorOf([&] { nodes.Remove(2); }), TreeListError::Overflow);
+    EXPECT_EQ(errorOf([&] { nodes.Clear(); }), TreeListError::Overflow);
+    EXPECT_EQ(nodes.Count(), 32768);
+    EXPECT_EQ(nodes.Tail()->Index(), 32768);
 }
 
 } // namespace

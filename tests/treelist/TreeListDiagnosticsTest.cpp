@@ -24,12 +24,10 @@ TEST_F(TreeListDiagnosticsTest, ComponentVersionNamesThisBuildAndIgnoresPuts) {
                     .hasMatch())
         << qPrintable(text);
 
-    QStringList changes;
-    QObject::connect(list.get(), &vkTreeList::PropertyChanged,
-                     [&](const QString &key) { changes << key; });
+    recordChanges();
     list->setComponentVersion(QStringLiteral("9.99.9999"));
     EXPECT_EQ(list->ComponentVersion().toString(), text);
-    EXPECT_EQ(changes, QStringList{QStringLiteral("ComponentVersion")});
+    EXPECT_EQ(changed, QStringList{QStringLiteral("ComponentVersion")});
 
     // The text kept after a get is not a number: saved forms still hold the integer property.
     PropertyBag bag;

@@ -11,9 +11,7 @@ namespace {
 class TreeListEditTest : public TreeListFixture {
 protected:
     void SetUp() override {
-        makeControl(true, 300, 120);
-        list->setColumns(3);
-        addFlatRows(30);
+        makeScrollingList(3);
         list->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(list.get()));
         QObject::connect(list.get(), &vkTreeList::BeforeEdit, [this](bool &cancel) {

@@ -1,5 +1,5 @@
 #pragma once
-// A shown control of a fixed size on the offscreen platform, with a way to count signals.
+// A shown control of a fixed size on the offscreen platform, and the properties it says changed.
 
 #include "PictureBox.h"
 #include "vkTreeList.h"
@@ -22,12 +22,34 @@ protected:
         list->show();
     }
 
-    // Appends `count` top-level rows with keys "K1".."Kn" and texts "Row1".."Rown", each after
+    // From now on the keys of the properties a control (the list if none) says changed go to
+    // `changed`.
+    void recordChanges(vkTreeList *control = nullptr) {
+        QObject::connect(control ? control : list.get(), &vkTreeList::PropertyChanged,
+                         [this](const QString &key) { changed << key; });
+    }
+
+    // Appends top-level rows with keys "K<first>".."K<last>" and texts "Row<first>".., each after
     // the previous one (a row added with no relative goes right after the first row).
-    void addFlatRows(int count) {
-        for (int i = 1; i <= count; ++i)
+    void addFlatRows(int last, int first = 1) {
+        for (int i = first; i <= last; ++i)
             list->AddItem(i == 1 ? emptyText() : QVariant(QStringLiteral("K%1").arg(i - 1)), lsNext,
                           QStringLiteral("K%1").arg(i), QStringLiteral("Row%1").arg(i));
+    }
+
+    // A control with room for a few lines only, over 30 rows of `columns` columns.
+    void makeScrollingList(qint32 columns) {
+        makeControl(true, 300, 120);
+        list->setColumns(columns);
+        addFlatRows(30);
+    }
+
+    // One value of every cell of a row, in column order.
+    static std::vector<qint32> cellValues(const lsNodePtr &row, qint32 (lsCell::*get)() const) {
+        std::vector<qint32> values;
+        for (const lsCellPtr &cell : *row->Cells())
+            values.push_back(((*cell).*get)());
+        return values;
     }
 
     // The frame the control composed last.
@@ -35,4 +57,5 @@ protected:
 
     std::unique_ptr<HostContainer> host;
     std::unique_ptr<vkTreeList> list;
+    QStringList changed;
 };

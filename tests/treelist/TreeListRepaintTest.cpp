@@ -60,8 +60,7 @@ TEST_F(TreeListRepaintTest, AddingBelowTheViewComposesOnlyWhenTheViewChanges) {
     list->AddItem("K3", lsChild, "C1", "Child"); // a collapsed branch on screen
     const OffScreenDC *composed = list->surface();
     for (int i = 41; i <= 300; ++i) {
-        list->AddItem(QStringLiteral("K%1").arg(i - 1), lsNext, QStringLiteral("K%1").arg(i),
-                      QStringLiteral("Row%1").arg(i));
+        addFlatRows(i, i);
         list->setListCell(lslcData, list->Rows(), 2, "off screen");
     }
     EXPECT_EQ(list->surface(), composed) << "no frame was composed";
