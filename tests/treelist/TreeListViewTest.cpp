@@ -2,7 +2,9 @@
 
 #include "TreeListFixture.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QSet>
 #include <QSignalSpy>
 
 namespace {
@@ -31,10 +33,27 @@ TEST_F(TreeListViewTest, BarsFollowTheContent) {
     list->scrX()->setValue(50);
     EXPECT_EQ(scrolled.count(), 1);
 
-    // A resize makes a surface of the new size.
-    list->resize(300, 200);
-    EXPECT_EQ(list->surface()->Width(), list->picOut()->width());
-    EXPECT_EQ(list->surface()->Height(), list->picOut()->height());
+    // A resize makes a surface of the new size; shrunk to nothing and back, nothing paints on a
+    // null picture (Qt only warns, so a warning fails) and the rows come back.
+    static int warnings = 0;
+    const QtMessageHandler previous =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &) {
+            warnings += type == QtWarningMsg;
+        });
+    for (const QSize size : {QSize(0, 0), QSize(0, 150), QSize(200, 0), QSize(300, 200)}) {
+        list->resize(size);
+        QApplication::processEvents();
+        EXPECT_EQ(list->surface()->Width(), list->picOut()->width());
+        EXPECT_EQ(list->surface()->Height(), list->picOut()->height());
+    }
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(warnings, 0);
+    const QImage &screen = *list->picOut()->screenImage();
+    QSet<QRgb> colours; // background, header face, text...: not a blank frame
+    for (int y = 0; y < screen.height(); ++y)
+        for (int x = 0; x < screen.width(); ++x)
+            colours.insert(screen.pixel(x, y));
+    EXPECT_GT(colours.size(), 3);
 }
 
 TEST_F(TreeListViewTest, ScrollingRaisesScrollButLayoutDoesNotAndEnsureVisibleOnlyScrollsDown) {
