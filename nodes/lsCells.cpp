@@ -88,6 +88,15 @@ qint32 lsCells::slotIndex(const lsCell *cell) const {
     return -1;
 }
 
+lsCells::Anchor::~Anchor() {
+    // The last pointer to the cell is going: this anchor has expired, as has any other the
+    // collection still lists, so the lists can let go of them (and of their memory).
+    if (owner->m_held.expired())
+        owner->m_held.reset();
+    if (owner->m_extra)
+        std::erase_if(owner->m_extra->held, [](const HeldCell &h) { return h.expired(); });
+}
+
 lsCellPtr lsCells::handle(lsCell *cell) const {
     // A collection no shared pointer holds hands out plain pointers that live as long as it
     // does; it cannot count them, so the cell is marked as held for good.
@@ -95,17 +104,27 @@ lsCellPtr lsCells::handle(lsCell *cell) const {
         cell->m_handedOut = true;
         return lsCellPtr(lsCellsPtr(), cell);
     }
-    if (!m_handles)
-        m_handles = std::make_unique<std::vector<Handle>>();
-    for (const Handle &held : *m_handles) {
-        if (held.cell == cell) {
-            if (std::shared_ptr<const void> anchor = held.anchor.lock())
-                return lsCellPtr(anchor, cell);
-        }
+    // Pointers to a cell already held share its anchor.
+    const auto anchorOf = [cell](const HeldCell &held) {
+        std::shared_ptr<const Anchor> anchor = held.lock();
+        return anchor && anchor->cell == cell ? anchor : nullptr;
+    };
+    std::shared_ptr<const Anchor> anchor = anchorOf(m_held);
+    for (size_t i = 0; !anchor && m_extra && i < m_extra->held.size(); ++i)
+        anchor = anchorOf(m_extra->held[i]);
+    if (anchor)
+        return lsCellPtr(anchor, cell);
+
+    anchor = std::make_shared<const Anchor>(shared_from_this(), cell);
+    if (m_held.expired()) {
+        m_held = anchor;
+    } else {
+        // Handing a cell out changes none of the cells, but a second one held at once needs
+        // the extra block.
+        std::vector<HeldCell> &held = const_cast<lsCells *>(this)->extra().held;
+        std::erase_if(held, [](const HeldCell &h) { return h.expired(); });
+        held.push_back(anchor);
     }
-    std::erase_if(*m_handles, [](const Handle &held) { return held.anchor.expired(); });
-    auto anchor = std::make_shared<const std::shared_ptr<const lsCells>>(shared_from_this());
-    m_handles->push_back({cell, anchor});
     return lsCellPtr(anchor, cell);
 }
 
@@ -118,13 +137,16 @@ qint32 lsCells::reachableEnd() const {
                 end = i + 1;
         return end;
     }
-    if (!m_handles)
-        return 0;
-    std::erase_if(*m_handles, [](const Handle &held) { return held.anchor.expired(); });
-    for (const Handle &held : *m_handles)
-        end = std::max(end, slotIndex(held.cell) + 1);
-    if (m_handles->empty())
-        m_handles.reset();
+    const auto reach = [&](const HeldCell &held) {
+        if (const std::shared_ptr<const Anchor> anchor = held.lock())
+            end = std::max(end, slotIndex(anchor->cell) + 1);
+    };
+    reach(m_held);
+    if (m_extra) {
+        std::erase_if(m_extra->held, [](const HeldCell &h) { return h.expired(); });
+        for (const HeldCell &held : m_extra->held)
+            reach(held);
+    }
     return end;
 }
 

@@ -61,6 +61,20 @@ private:
     static constexpr qint32 kInline = 4;
     static constexpr qint32 kChunk = 8;
 
+    // What the pointers to one handed-out cell share: it owns the collection, and it is gone
+    // exactly when no pointer to that cell is left. Going, it lets the collection forget it, so
+    // no expired anchor's memory stays behind in a row.
+    struct Anchor {
+        Anchor(std::shared_ptr<const lsCells> owner, const lsCell *cell)
+            : owner(std::move(owner)), cell(cell) {}
+        Anchor(const Anchor &) = delete;
+        Anchor &operator=(const Anchor &) = delete;
+        ~Anchor();
+
+        std::shared_ptr<const lsCells> owner;
+        const lsCell *cell;
+    };
+    using HeldCell = std::weak_ptr<const Anchor>;
     // What rows with more cells or keyed cells need. Without it the slots' own marks tell how
     // many are used, which keeps a row of a few cells to one small allocation.
     struct Extra {
@@ -68,6 +82,7 @@ private:
         QHash<QString, lsCell *> keys; // case-folded key -> cell
         qint32 used = 0;               // slots holding a cell, removed or not
         qint32 count = 0;              // cells not removed
+        std::vector<HeldCell> held;    // handed-out cells beside the last one
     };
     Extra &extra();
     qint32 used() const;
@@ -85,15 +100,9 @@ private:
 
     // Slots 0..used()-1 hold cells; Count() of them are not removed.
     std::unique_ptr<Extra> m_extra;
-    // A handed-out cell and what its pointers share: the anchor owns the collection, and it is
-    // gone exactly when no pointer to that cell is left.
-    struct Handle {
-        const lsCell *cell;
-        std::weak_ptr<const void> anchor;
-    };
-    // Made on the first cell handed out and dropped once none is held, so rows nobody asked for
-    // a cell pay one pointer.
-    mutable std::unique_ptr<std::vector<Handle>> m_handles;
+    // The anchor of the cell handed out last; any others held at the same time are listed in
+    // the extra block, so a row costs no more for them until a host holds two cells at once.
+    mutable HeldCell m_held;
     mutable lsCell m_inline[kInline];
 };
 
