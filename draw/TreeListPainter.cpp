@@ -38,10 +38,14 @@ RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIden
     // screen are the Visible rows from the first displayed one on, one per line; every other row
     // is not displayed. Only rows that carry the flag need clearing, and the Visible rows are
     // reached by their rank, so the pass costs the rows on screen.
+    // The header rows take one line each and the data lines that fit come after them: a line
+    // counter that starts at the header count stops at the header count plus the lines that fit,
+    // so no band is left empty at the bottom whatever the number of header rows.
     rows.ClearDisplayed();
     qint32 line = m_ctx.headers;
+    const qint32 end = m_ctx.headers + m_ctx.visibleLineCount;
     qint32 rank = rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
-    for (lsNodePtr row; line <= m_ctx.visibleLineCount && (row = rows.VisibleRowAt(rank)); ++rank) {
+    for (lsNodePtr row; line < end && (row = rows.VisibleRowAt(rank)); ++rank) {
         placeRow(rows, row, line);
         ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
         paintRow(dc, rows, *row, ident);

@@ -85,7 +85,12 @@ void lsEdit::ReadProperties(const PropertyBag &bag) {
     const quint32 foreColor = u32("ForeColor", kDefaultForeColor);
     const QVariant font =
         bag.ReadProperty(QStringLiteral("Font"), stdFontToVariant(m_host->AmbientFont()));
-    const StdFontPtr stdFont = stdFontFromVariant(font.toMap());
+    StdFontPtr stdFont;
+    try {
+        stdFont = stdFontFromVariant(font.toMap());
+    } catch (const TreeListError &e) {
+        throw bag.errorAt(QStringLiteral("Font"), e);
+    }
     const qint32 mode =
         bag.ReadProperty(QStringLiteral("Mode"), QVariant::fromValue<qint32>(0)).value<qint32>();
     const bool enabled = bag.ReadProperty(QStringLiteral("Enabled"), true).toBool();

@@ -123,13 +123,15 @@ void lsEdit::onTextKeyDown(qint16 keyCode) {
         }
         return;
     }
-    if (keyCode == 40 || keyCode == 38) {
-        onDownPressed(kLeftButton);
-    } else if (keyCode >= 20 && keyCode <= 127) {
-        // The typed character then starts a fresh search in an empty box.
-        onDownPressed(kLeftButton);
+    const bool arrow = keyCode == 40 || keyCode == 38;
+    if (!arrow && (keyCode < 20 || keyCode > 127))
+        return;
+    onDownPressed(kLeftButton);
+    // A key presses the arrow and lets it go at once: no mouse release will draw it up.
+    DrawDownButton(lsBtnUp);
+    // A typed character then starts a fresh search in an empty box.
+    if (!arrow)
         m_text->setText(QString());
-    }
 }
 
 void lsEdit::onKeyPress(qint16 &keyAscii) {

@@ -47,7 +47,20 @@ QVariant PropertyBag::ReadProperty(const QString &name, const QVariant &defaultV
     const auto it = m_values.constFind(name);
     if (it == m_values.constEnd())
         return defaultValue;
-    const QJsonValue v = it.value();
+    try {
+        return convert(it.value(), defaultValue);
+    } catch (const TreeListError &e) {
+        throw errorAt(name, e);
+    }
+}
+
+TreeListError PropertyBag::errorAt(const QString &name, const TreeListError &cause) const {
+    const QString where = m_source.isEmpty() ? QString() : m_source + QStringLiteral(": ");
+    return TreeListError(cause.number(),
+                         QStringLiteral("%1\"%2\": %3").arg(where, name, cause.description()));
+}
+
+QVariant PropertyBag::convert(const QJsonValue &v, const QVariant &defaultValue) {
     switch (defaultValue.typeId()) {
     case QMetaType::Bool:
         if (!v.isBool())
@@ -113,7 +126,10 @@ bool PropertyBag::load(const QString &path, QString *error) {
             *error = file.errorString();
         return false;
     }
-    return fromJson(file.readAll(), error);
+    if (!fromJson(file.readAll(), error))
+        return false;
+    m_source = path;
+    return true;
 }
 
 bool PropertyBag::fromJson(const QByteArray &text, QString *error) {
@@ -127,5 +143,6 @@ bool PropertyBag::fromJson(const QByteArray &text, QString *error) {
         return false;
     }
     m_values = doc.object();
+    m_source.clear();
     return true;
 }

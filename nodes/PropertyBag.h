@@ -4,6 +4,7 @@
 // nothing. Reading checks the stored value against the type of the default: a value of the
 // wrong type raises the type-mismatch error instead of being coerced.
 
+#include "TreeListError.h"
 #include "vkTreeListExport.h"
 #include <QJsonObject>
 #include <QString>
@@ -16,7 +17,12 @@ public:
     // qint32 (a whole number in that range), quint32 (32 bits, given signed or unsigned),
     // QString, QVariantMap (a JSON object);
     // an invalid default accepts a string or null. Anything else raises type mismatch (13).
+    // Errors name the file and the property (errorAt).
     QVariant ReadProperty(const QString &name, const QVariant &defaultValue) const;
+    // The error `cause` met while reading property `name`, with the same number and a text
+    // that names the file (when the bag was loaded from one) and the property:
+    // `layout.json: "Columns": Overflow`.
+    TreeListError errorAt(const QString &name, const TreeListError &cause) const;
     // Stores a value, or removes the entry when the value equals `defaultValue`.
     void WriteProperty(const QString &name, const QVariant &value, const QVariant &defaultValue);
 
@@ -34,9 +40,15 @@ public:
     // Reads a bag from a file into this one; on a missing, unreadable or malformed file the bag
     // is left unchanged and false is returned with the reason.
     bool load(const QString &path, QString *error = nullptr);
+    // The file the entries were last loaded from ("" when they were not).
+    const QString &source() const { return m_source; }
     // Replaces the entries from JSON text; malformed text changes nothing and returns false.
     bool fromJson(const QByteArray &text, QString *error = nullptr);
 
 private:
+    // The stored value as the default's type says, or the error without the property's name.
+    static QVariant convert(const QJsonValue &value, const QVariant &defaultValue);
+
     QJsonObject m_values;
+    QString m_source;
 };

@@ -161,15 +161,25 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
     const auto flag = [&](const char *key, bool def) {
         return bag.ReadProperty(QLatin1String(key), def).toBool();
     };
+    // Checks made here rather than by the bag name their property too.
+    const auto checked = [&](const char *key, const auto &check) {
+        try {
+            return check();
+        } catch (const TreeListError &e) {
+            throw bag.errorAt(QLatin1String(key), e);
+        }
+    };
     const bool autoRedraw = flag("AutoRedraw", true);
     // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
     const qint32 columns = i32("Columns", 1);
     // Counts the Headers and Columns puts below would refuse fail the load here, whole.
-    toInt16(columns);
+    checked("Columns", [&] { return toInt16(columns); });
     const qint32 editMode = i32("EditMode", 0);
     const qint32 focusType = i32("FocusType", 1);
     const qint16 headers = i16("Headers", 1);
-    checkCellCount(qint64(m_rows->Count()) + std::max<qint16>(headers, 0), columns);
+    checked("Headers", [&] {
+        checkCellCount(qint64(m_rows->Count()) + std::max<qint16>(headers, 0), columns);
+    });
     const qint32 rowHeight = i32("RowHeight", 18);
     const qint32 lineStyle = i32("LineStyle", 1);
     const qint32 columnWidth = i32("ColumnWidth", 1200);
@@ -178,7 +188,7 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
     const qint16 appearance = i16("Appearance", 1);
     const QVariant ambient = stdFontToVariant(m_host->AmbientFont());
     const QVariant fontValue = bag.ReadProperty(QStringLiteral("Font"), ambient);
-    const StdFontPtr font = stdFontFromVariant(fontValue.toMap());
+    const StdFontPtr font = checked("Font", [&] { return stdFontFromVariant(fontValue.toMap()); });
     const quint32 foreColor = u32("ForeColor", kDefaultForeColor);
     const quint32 backColor = u32("BackColor", kDefaultBackColor);
     const qint16 multiSelect = i16("MultiSelect", 0);
@@ -187,7 +197,6 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
     const qint16 expandOnDoubleClick = i16("ExpandOnDoubleClick", -1);
 
     m_autoRedraw = autoRedraw;
-    m_columns = columns;
     m_editMode = editMode;
     m_focusType = focusType;
     m_headerCount = headers;
@@ -204,7 +213,10 @@ void vkTreeList::ReadProperties(const PropertyBag &bag) {
     QPalette pal = palette();
     pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(backColor)));
     setPalette(pal);
-    // Header rows must exist before columns are added to them.
+    // The rows already there have the old column count (a new control has its header row), so
+    // the count is not stored ahead of the puts: the Headers put builds its rows with the old
+    // count and the Columns put then brings every header and data row to the loaded one. A count
+    // below 1 is ignored, as the put ignores it.
     setHeaders(headers);
     setColumns(columns);
     m_multiSelect = multiSelect != 0;

@@ -418,6 +418,7 @@ private:
         bool operator==(const BarStates &) const = default;
     };
     BarStates barStates() const;
+    void followVerticalBar(qint32 position);
     void onVerticalScroll(int value);
     void onHorizontalScroll(int value);
     void scrollBy(bool upwards, qint32 amount);
@@ -453,7 +454,8 @@ private:
     void storeRedrawTime(float start);
     std::unique_ptr<OffScreenDC> newSurface();
     void paintFrame(OffScreenDC &dc);
-    void paintLayers(OffScreenDC &dc);
+    // Paints rows and headers; true when the bar layout that ends it moved the view.
+    bool paintLayers(OffScreenDC &dc);
 
     // What a composed frame was drawn from besides the rows and cells (whose changes TreeEdits
     // counts): while none of it changed, the frame shown is still the one a repaint would give.
@@ -471,6 +473,9 @@ private:
     bool rowsUnchangedSinceFrame() const;
     bool keepFrameAfterAdd(const lsNodePtr &row);
     bool rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown);
+    // The rows the frame shows, top to bottom, then `landing` (when given) on the next line;
+    // false when they are not all there.
+    bool collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown);
     void repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to, bool landed);
     bool repaintCellInPlace(const lsNodePtr &row, qint32 property);
     PaintContext paintContext();

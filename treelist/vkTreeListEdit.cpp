@@ -10,6 +10,23 @@
 #include "PictureBox.h"
 #include "lsEdit.h"
 
+#include <QLineEdit>
+
+namespace {
+
+Qt::Alignment textAlignment(qint32 cellAlignment) {
+    switch (cellAlignment) {
+    case lsAlignRightJustify:
+        return Qt::AlignRight | Qt::AlignVCenter;
+    case lsAlignCenter:
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+    default:
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    }
+}
+
+} // namespace
+
 void vkTreeList::connectEditor() {
     // A child of the drawing surface: cell positions are positions on it, and the drop-down list
     // measures its room against it.
@@ -46,6 +63,10 @@ bool vkTreeList::Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode) {
         RowID = Row();
     if (ColID == -1)
         ColID = Col();
+    // A row under a collapsed branch is on no line: an editor for it would lie over whatever is
+    // drawn where the row was last seen, and commit to a row nobody can see.
+    if (const lsNodePtr target = m_rows->at(RowID); target && !target->Visible())
+        return false;
     const lsNodePtr row = m_rows->SelectedRow();
     const lsCellPtr selected = m_rows->SelectedCell();
     if (!row || !selected || row->Index() != RowID || selected->Index() != ColID) {
@@ -62,6 +83,8 @@ bool vkTreeList::Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode) {
     m_lseMisc->setGeometry(cell->Left() + cell->Xoffset() + m_horizontalOffset, cell->Top(),
                            cell->Width() - cell->Xoffset(), cell->Height());
     m_lseMisc->setValue(cell->Title());
+    // The value stays where the cell shows it instead of jumping to the left as the edit opens.
+    m_lseMisc->txtEdit()->setAlignment(textAlignment(cell->Alignment()));
     m_lseMisc->setBackColor(BackColor());
     m_lseMisc->setForeColor(ForeColor());
     m_lseMisc->setFont(Font());

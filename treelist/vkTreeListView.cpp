@@ -109,27 +109,36 @@ void vkTreeList::layoutScrollBars() {
     const QScopedValueRollback<bool> suspend(m_suspend, true);
     // Rows added one by one change nothing but the count of displayed rows: when that is all that
     // changed since the last layout and nobody moved the bars since, only the maximum moves.
+    // The last position shows a full last page, as Qt's views do: with the row count as the
+    // maximum it would show the last row alone at the top of an empty view.
+    const qint32 maximum = std::max(1, m_displayedRowCount - std::max(whole, 1) + 1);
     if (m_barLayout && m_barLayout->first == layout && m_barLayout->second == barStates()) {
-        m_scrY->setMaximum(std::max(1, m_displayedRowCount));
+        m_scrY->setMaximum(maximum);
         if (vertical)
-            m_scrY->setValue(position);
+            followVerticalBar(position);
         m_barLayout->second = barStates();
         return;
     }
     m_barLayout.reset();
     m_scrY->setMinimum(1);
-    m_scrY->setMaximum(std::max(1, m_displayedRowCount));
+    m_scrY->setMaximum(maximum);
     m_scrY->setSingleStep(1);
     m_scrY->setPageStep(std::max(whole, 1));
     if (vertical)
-        m_scrY->setValue(position);
+        followVerticalBar(position);
 
-    const bool horizontal = rowWidth > scaleWidth - (vertical ? extent : 0);
+    const qint32 viewWidth = scaleWidth - (vertical ? extent : 0);
+    const bool horizontal = rowWidth > viewWidth;
     if (horizontal) {
+        // At the last position the right edge of the row lies at the right edge of the view;
+        // with the row's whole width as the maximum every cell would scroll out of it.
         m_scrX->setMinimum(0);
-        m_scrX->setMaximum(rowWidth);
+        m_scrX->setMaximum(rowWidth - viewWidth);
         m_scrX->setSingleStep(std::max(1, scaleWidth / 50));
         m_scrX->setPageStep(std::max(1, scaleWidth / 8));
+        // A range that shrank moved the bar without a word to the handler: the offset is always
+        // minus the bar's value all the same.
+        m_horizontalOffset = -m_scrX->value();
     } else {
         // The bar goes with its position: shown again later, it starts at the left edge.
         m_horizontalOffset = 0;
@@ -165,6 +174,14 @@ void vkTreeList::layoutScrollBars() {
         bar->update();
     }
     m_barLayout = {layout, barStates()};
+}
+
+void vkTreeList::followVerticalBar(qint32 position) {
+    // Fewer rows, or more room, can put the first row shown past the bar's new last position; the
+    // view then moves up with the bar, so that the last page is full.
+    m_scrY->setValue(position);
+    if (m_scrY->value() != position)
+        m_firstDisplayedRow = toInt16(rowAtDisplayPosition(m_scrY->value()));
 }
 
 vkTreeList::BarStates vkTreeList::barStates() const {
@@ -309,22 +326,22 @@ PaintContext vkTreeList::paintContext() {
 }
 
 void vkTreeList::paintFrame(OffScreenDC &dc) {
-    const qint32 offset = m_horizontalOffset;
-    paintLayers(dc);
-    // The layout that ends the row pass may take the horizontal bar away, and the offset with it.
-    // The frame must show what the layout decided, or the rows would stay shifted out of a view
-    // that has no bar left to scroll them back: paint once more, unshifted.
-    if (m_horizontalOffset != offset) {
+    // The layout that ends the row pass may bring the horizontal bar in or take it away (and the
+    // offset with it), or move the view with a bar whose range shrank. The frame must show what
+    // the layout decided, or the rows would stay shifted out of a view that has no bar left to
+    // scroll them back, or a line would be drawn under the bar: paint once more.
+    if (paintLayers(dc)) {
         dc.Clear(m_picOut->BackColor(), m_picOut->ForeColor());
         paintLayers(dc);
     }
 }
 
-void vkTreeList::paintLayers(OffScreenDC &dc) {
+bool vkTreeList::paintLayers(OffScreenDC &dc) {
     // Rows and headers scroll sideways together.
     dc.setOriginX(m_horizontalOffset);
     m_shownRows = 0;
     m_lastShownRow = 0;
+    bool moved = false;
     if (m_rows->Count() > 0) {
         if (m_firstDisplayedRow < 1)
             m_firstDisplayedRow = 1;
@@ -338,16 +355,33 @@ void vkTreeList::paintLayers(OffScreenDC &dc) {
         m_widestText = painted.widestText;
         m_shownRows = painted.painted;
         m_lastShownRow = painted.lastPaintedRow;
+        const qint32 offset = m_horizontalOffset;
+        const qint16 first = m_firstDisplayedRow;
         layoutScrollBars();
+        // A horizontal bar that came or went also changed the lines that fit.
+        moved = m_horizontalOffset != offset || m_firstDisplayedRow != first ||
+                fittingLineCount() != m_visibleLineCount;
     }
     const PaintContext ctx = paintContext();
     TreeListPainter(ctx).paintHeaders(dc, *m_headers);
     dc.setOriginX(0);
+    return moved;
 }
 
 void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
     if (!m_surface || !m_autoRedraw)
         return;
+    // A data row is painted again as a frame paints its line: the lines of the rows around it
+    // and its own pictures cross its cells and would be lost if only the cells were painted.
+    std::vector<lsNodePtr> shown;
+    if (!header && collectShownRows(nullptr, shown)) {
+        const auto line = std::find(shown.begin(), shown.end(), row);
+        if (line != shown.end()) {
+            const size_t from = size_t(line - shown.begin());
+            repaintShownRows(shown, from, from + 1, false);
+            return;
+        }
+    }
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     // The screen shares the frame's raster, and painting into a shared raster would copy all of it
@@ -422,7 +456,7 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     // above the view that runs on crosses the whole view: the frame is composed.
     if (row->Index() <= m_lastShownRow)
         return false;
-    const bool viewFull = m_shownRows > 0 && Headers() + m_shownRows > m_visibleLineCount;
+    const bool viewFull = m_shownRows > 0 && m_shownRows >= m_visibleLineCount;
     const lsNodePtr previous = row->PrevSibling();
     const lsNodePtr parent = row->Parent();
     const bool last = !row->NextSibling();
@@ -475,6 +509,10 @@ bool vkTreeList::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePt
     // reaches past its own line: no image list, whose pictures may be taller than a row.
     if (m_imageList || m_rowHeight < 16)
         return false;
+    return collectShownRows(landing, shown);
+}
+
+bool vkTreeList::collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
     // The rows the frame showed, found as it found them, and the row that lands after them.
     const qint32 count = m_shownRows + (landing ? 1 : 0);
     const qint32 first =
@@ -497,7 +535,7 @@ void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t fr
     // drawn, and only those that run on to the bottom edge; while the view is not full, every
     // visible row they could lead to is shown and none does.
     const qint32 top = (Headers() + qint32(from)) * m_rowHeight;
-    const bool full = Headers() + qint32(shown.size()) > m_visibleLineCount;
+    const bool full = qint32(shown.size()) >= m_visibleLineCount;
     const qint32 bottom =
         to < shown.size() || !full ? (Headers() + qint32(to)) * m_rowHeight : m_surface->Height();
     {

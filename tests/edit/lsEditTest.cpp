@@ -167,11 +167,16 @@ TEST_F(lsEditTest, ComboBoxOpensItsListSearchesAndCommitsAChoice) {
     QTest::keyClick(edit->txtEdit(), Qt::Key_Return);
     EXPECT_EQ(take(), QStringList({"BeforeEdit", "OnClose"}));
 
-    // Down opens the list and gives it the keys; Enter there commits as in the text box.
+    // Down opens the list and gives it the keys; Enter there commits as in the text box. No
+    // mouse release follows the key: the arrow is drawn up again at once.
     edit->Edit();
     QTest::keyClick(edit->txtEdit(), Qt::Key_Down);
     ASSERT_FALSE(edit->lstEdit()->isHidden());
     EXPECT_TRUE(edit->lstEdit()->hasFocus());
+    auto *arrow = static_cast<ButtonSurface *>(edit->btnDown());
+    const QImage openedByKey = arrow->image().copy();
+    edit->DrawDownButton(lsBtnUp);
+    EXPECT_EQ(openedByKey, arrow->image());
     QTest::keyClick(edit->lstEdit(), Qt::Key_Up);
     QTest::keyClick(edit->lstEdit(), Qt::Key_Return);
     EXPECT_EQ(edit->Value().toString(), "Banana");

@@ -74,6 +74,42 @@ TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
     EXPECT_EQ(list->ImageList(), nullptr);
 }
 
+TEST_F(PropertyBagTest, ALoadGivesEveryHeaderAndDataRowTheLoadedColumns) {
+    // Whatever the control held before: new, loaded before, filled with rows.
+    const auto layout = [](qint32 columns, qint32 headers) {
+        PropertyBag bag;
+        EXPECT_TRUE(bag.fromJson(QStringLiteral(R"({"Columns": %1, "Headers": %2})")
+                                     .arg(columns)
+                                     .arg(headers)
+                                     .toUtf8()));
+        return bag;
+    };
+    const std::function<void()> before[] = {[] {}, [&] { list->ReadProperties(layout(5, 3)); },
+                                            [&] {
+                                                list->setColumns(3);
+                                                addFlatRows(10);
+                                            }};
+    const std::pair<qint32, qint16> loads[] = {{3, 2}, {1, 3}, {6, 0}, {2, 1}};
+    for (size_t b = 0; b < std::size(before); ++b)
+        for (const auto &[columns, headers] : loads) {
+            SCOPED_TRACE(testing::Message() << "before " << b << ", " << columns << " columns, "
+                                            << headers << " header rows");
+            makeControl(true);
+            before[b]();
+            list->ReadProperties(layout(columns, headers));
+            EXPECT_EQ(std::tuple(list->Columns(), list->Headers()), std::tuple(columns, headers));
+            for (lsNodes *nodes : {list->rows(), list->headers()})
+                for (const lsNodePtr &row : *nodes)
+                    ASSERT_EQ(row->borrowCells().Count(), columns);
+            if (list->Rows() + headers == 0)
+                continue;
+            for (qint32 c = 1; c <= columns; ++c)
+                EXPECT_GT(list->ColumnWidth(c), 0) << c;
+            list->setColumnWidth(columns, 1500);
+            EXPECT_EQ(list->ColumnWidth(columns), 1500);
+        }
+}
+
 TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
     QTemporaryDir dir;
     const QString path = dir.filePath("layout.json");
@@ -121,6 +157,26 @@ TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
             << json;
     }
     EXPECT_EQ(list->AddItem("A", lsChild, "B", "Beta"), 2);
+
+    // The error names the file, when there is one, and the property.
+    QFile huge(dir.filePath("huge.json"));
+    ASSERT_TRUE(huge.open(QIODevice::WriteOnly));
+    huge.write(R"({"RowHeight": 20, "Columns": 2000000000})");
+    huge.close();
+    const std::pair<QString, QString> named[] = {
+        {huge.fileName(), huge.fileName() + R"(: "Columns": Overflow)"},
+        {R"({"RowHeight": "tall"})", R"("RowHeight": Type mismatch)"},
+        {R"({"Font": {"Size": "big"}})", R"("Font": Type mismatch)"}};
+    for (const auto &[source, text] : named) {
+        PropertyBag from;
+        ASSERT_TRUE(source.startsWith('{') ? from.fromJson(source.toUtf8()) : from.load(source));
+        try {
+            list->ReadProperties(from);
+            ADD_FAILURE() << "loaded " << source.toStdString();
+        } catch (const TreeListError &e) {
+            EXPECT_EQ(e.description(), text);
+        }
+    }
 }
 
 TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {

@@ -113,4 +113,36 @@ TEST_F(TreeListEditTest, CancelAbortScrollAndHorizontalOffset) {
     list.reset();
 }
 
+TEST_F(TreeListEditTest, DeliberateChoiceNoEditorOnARowNobodySees) {
+    // A row under a collapsed branch: neither named nor as the current row does Edit open the
+    // editor or ask BeforeEdit, and the selection stays where it was.
+    list->AddItem("K2", lsChild, "C", "Child");
+    list->Expand("K2");
+    const qint32 child = list->Nodes("C")->Index();
+    list->SelectItem(child, 1);
+    list->Collapse("K2");
+    events.clear();
+    for (const qint32 named : {-1, child}) {
+        list->Edit(named, 1);
+        EXPECT_FALSE(list->isEditing()) << named;
+        EXPECT_EQ(list->Row(), child) << named;
+    }
+    EXPECT_TRUE(events.isEmpty());
+    list->Expand("K2");
+    list->Edit();
+    EXPECT_EQ(events, QStringList({"BeforeEdit"}));
+    list->AbortEdit();
+
+    // The text stays where the cell shows it.
+    const std::pair<qint32, Qt::Alignment> alignments[] = {{lsAlignLeftJustify, Qt::AlignLeft},
+                                                           {lsAlignRightJustify, Qt::AlignRight},
+                                                           {lsAlignCenter, Qt::AlignHCenter}};
+    for (const auto &[cellAlignment, shown] : alignments) {
+        list->setListCell(lslcAlignment, 2, 2, cellAlignment);
+        list->Edit(2, 2);
+        EXPECT_EQ(box()->alignment() & Qt::AlignHorizontal_Mask, shown) << cellAlignment;
+        list->AbortEdit();
+    }
+}
+
 } // namespace

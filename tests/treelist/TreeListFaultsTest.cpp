@@ -50,8 +50,9 @@ TEST_F(TreeListFaultsTest, ErrorsInsideQtCallsAreReportedAndTheControlGoesOn) {
              list->show();
          },
          TreeListError::DivisionByZero, [&] { list->setRowHeight(18); }},
-        {"32768 rows, the vertical bar dragged to its end",
+        {"32768 rows in a view one line high, the vertical bar dragged to its end",
          [&] {
+             list->resize(400, 2 * 18 + 4);
              list->setAutoRedraw(false);
              list->setAutoSelectNew(false);
              addFlatRows(32767);
@@ -129,21 +130,70 @@ TEST_F(TreeListFaultsTest, ARowCountedWithoutAPositionBreaksNoClick) {
 }
 
 TEST_F(TreeListFaultsTest, TheFrameFollowsTheOffsetTheLayoutDecided) {
-    list->setColumns(4);
+    list->setColumns(6);
     addFlatRows(3);
-    list->scrX()->setValue(200);
-    ASSERT_EQ(list->HorizontalOffset(), -200);
+    list->scrX()->setValue(list->scrX()->maximum());
+    ASSERT_EQ(list->HorizontalOffset(), -list->scrX()->maximum());
+
+    // Fewer columns shrink the bar's range, which moves it without a word to its handler: the
+    // offset still follows it, in the frame and in the hit test.
+    list->setColumns(4);
+    ASSERT_FALSE(list->scrX()->isHidden());
+    EXPECT_EQ(list->HorizontalOffset(), -list->scrX()->value());
+    EXPECT_EQ(list->HitTest(10, 27)->DataCol(), 1);
+    QImage seen = frame();
+    list->Refresh();
+    EXPECT_EQ(seen, frame());
 
     // Every row fits now: the bar goes, and the rows must be drawn unshifted in the same frame.
     list->setColumns(1);
     EXPECT_TRUE(list->scrX()->isHidden());
     EXPECT_EQ(list->HorizontalOffset(), 0);
     EXPECT_EQ(list->scrX()->value(), 0);
-    const QImage seen = frame();
+    seen = frame();
     list->Refresh();
     EXPECT_EQ(seen, frame());
     EXPECT_EQ(cellBackground(3, 1), QColor::fromRgb(oleTranslateColor(0x8000000F)).rgb())
         << "the selected row is drawn in its place";
+
+    // A frame whose own layout brings the horizontal bar in counts and draws no line under the
+    // bar.
+    addFlatRows(40, 4);
+    list->setColumnWidth(1, 9000);
+    ASSERT_FALSE(list->scrX()->isHidden());
+    seen = frame();
+    const qint16 lines = list->VisibleLineCount();
+    list->Refresh();
+    EXPECT_EQ(seen, frame());
+    EXPECT_EQ(lines, list->VisibleLineCount());
+}
+
+TEST_F(TreeListFaultsTest, ARowPaintedOnItsOwnLooksAsInAFrame) {
+    // Rows with boxes and lines across them, the middle one painted again by itself: a cell
+    // look that is not painted in place, or any look with an image list (whose pictures may
+    // reach past their line). Its box, picture and the lines through it stay.
+    auto images = std::make_shared<lsImageList>();
+    const struct Case {
+        lsImageListPtr images;
+        qint32 property;
+        QVariant value;
+    } cases[] = {{nullptr, lslcIcon, "none"}, {images, lslcData, "changed"}};
+    for (const Case &c : cases) {
+        makeControl(true);
+        list->setImageList(c.images);
+        list->setColumns(2);
+        list->setAutoSelectNew(false);
+        list->AddItem(emptyText(), lsNext, "P", "Parent");
+        for (const char *key : {"A", "B", "C"}) {
+            list->AddItem("P", lsChild, key, key);
+            list->AddItem(key, lsChild, QString(key) + "1", "Leaf");
+        }
+        list->Expand("P");
+        list->setListCell(c.property, list->Nodes("B")->Index(), 1, c.value);
+        const QImage seen = frame();
+        list->Refresh();
+        EXPECT_EQ(seen, frame()) << c.property;
+    }
 }
 
 TEST_F(TreeListFaultsTest, PaintLooksFollowTheControlsState) {

@@ -6,6 +6,9 @@
 #include <QLabel>
 #include <QSet>
 #include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+#include <functional>
 
 namespace {
 
@@ -22,7 +25,8 @@ TEST_F(TreeListViewTest, BarsFollowTheContent) {
     addFlatRows(40, 6);
     EXPECT_FALSE(list->scrY()->isHidden());
     EXPECT_TRUE(list->imgGhost()->isHidden());
-    EXPECT_EQ(list->scrY()->maximum(), 40);
+    // At its end the bar shows a full last page: the last row on the last of 15 whole lines.
+    EXPECT_EQ(list->scrY()->maximum(), 40 - 15 + 1);
 
     // Wide rows add the horizontal bar (the places of both bars and of the corner filler between
     // them are pinned by a reference image). Scrolling sideways raises Scroll too (the offset it
@@ -105,6 +109,52 @@ TEST_F(TreeListViewTest, ScrollingRaisesScrollButLayoutDoesNotAndEnsureVisibleOn
     list->AddItem("C1", lsNext, "C2", "Child2");
     list->scrY()->setValue(3);
     EXPECT_EQ(list->FirstDisplayedRow(), list->Nodes("K3")->Index());
+}
+
+TEST_F(TreeListViewTest, DeliberateChoicesNoViewLooksEmpty) {
+    // Each header row takes one line: the rows fill every line left under them, the partial one
+    // included (296 inner pixels hold 16.4 lines of 18).
+    addFlatRows(40);
+    for (const qint16 headers : {0, 1, 2, 3}) {
+        list->setHeaders(headers);
+        list->scrY()->setValue(1);
+        qint32 shown = 0;
+        for (const lsNodePtr &row : *list->rows())
+            shown += row->Displayed();
+        EXPECT_EQ(std::tuple(list->VisibleLineCount(), shown),
+                  std::tuple(17 - headers, 17 - headers))
+            << headers << " header rows";
+    }
+    list->setHeaders(1);
+
+    // Every way to the vertical end shows a full last page: the last row wholly on the last of
+    // the 15 whole lines, no empty band below it.
+    QWheelEvent wheel(QPointF(50, 50), QPointF(50, 50), QPoint(), QPoint(0, -120 * 20),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    const std::pair<const char *, std::function<void()>> toTheEnd[] = {
+        {"End", [&] { QTest::keyClick(list->picOut(), Qt::Key_End); }},
+        {"Page Down",
+         [&] {
+             for (int i = 0; i < 5; ++i)
+                 QTest::keyClick(list->picOut(), Qt::Key_PageDown);
+         }},
+        {"the wheel", [&] { QApplication::sendEvent(list->picOut(), &wheel); }},
+        {"the thumb", [&] { list->scrY()->triggerAction(QAbstractSlider::SliderToMaximum); }}};
+    for (const auto &[way, scroll] : toTheEnd) {
+        list->scrY()->setValue(1);
+        scroll();
+        const lsCellPtr last = list->Nodes("K40")->Cells()->at(1);
+        EXPECT_EQ(list->FirstDisplayedRow(), 40 - 15 + 1) << way;
+        EXPECT_TRUE(list->Nodes("K40")->Displayed()) << way;
+        EXPECT_EQ(last->Top() + list->RowHeight(), 16 * 18) << way;
+    }
+
+    // At the horizontal end the right edge of the rows lies at the right edge of the view.
+    list->setColumns(6);
+    list->scrX()->setValue(list->scrX()->maximum());
+    const qint32 right = list->HeaderCell(lslcLeft, 1, 6).toInt() +
+                         list->HeaderCell(lslcWidth, 1, 6).toInt() + list->HorizontalOffset();
+    EXPECT_EQ(right, list->picOut()->width() - list->scrY()->width());
 }
 
 TEST_F(TreeListViewTest, CollapsingOrResizingColumnsKeepsEveryRowReachableAndAligned) {
