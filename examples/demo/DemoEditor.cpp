@@ -66,6 +66,10 @@ bool DemoEditor::edit(qint32 row, qint32 column) {
     if (!kind || kind->editing == DemoTable::Editing::None || !node ||
         column > node->borrowCells().Count())
         return false;
+    if (!node->Visible()) {
+        emit message(tr("The row is in a closed branch: open the branch to edit it."));
+        return false;
+    }
     m_editing = {row, column};
     // The drop-down list is the control's, shared by every edit: filled for this column.
     m_tree.EditComboClear();

@@ -23,7 +23,7 @@ public:
     DemoEditor(vkTreeList &tree, DemoTable &table, QWidget *dialogParent);
 
     // Opens the editor over a cell (control row Index and column); false when the column does
-    // not edit or there is no such cell.
+    // not edit, there is no such cell, or its row is hidden in a closed branch.
     bool edit(qint32 row, qint32 column);
     // Edits the current cell when its column edits, else the current row's name.
     bool editCurrent();

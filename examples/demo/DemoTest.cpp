@@ -1,17 +1,27 @@
 // Tests of the demo's data sources, of the loader that keeps the control's cells in step with
-// them, and of the layout files.
+// them, of the layout files and of the window's status bar and panel.
 
+#include "DemoEditor.h"
 #include "DemoWindow.h"
 #include "DirectoryReader.h"
 #include "HostContainer.h"
 #include "OrgChart.h"
+#include "PictureBox.h"
 #include "TreeLoader.h"
 #include "vkTreeList.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QStatusBar>
 #include <QTemporaryDir>
+#include <QThread>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -54,6 +64,11 @@ void expectColumnsAligned(vkTreeList &tree) {
                 << "row " << r << " column " << c;
 }
 
+QString statusOf(DemoWindow &window, const char *label) {
+    window.updateStatus();
+    return window.findChild<QLabel *>(QLatin1String(label))->text();
+}
+
 } // namespace
 
 TEST(DirectoryReaderTest, ReadsFoldersFirstByNameWithinDepthAndRowLimits) {
@@ -88,6 +103,34 @@ TEST(DirectoryReaderTest, ReadsFoldersFirstByNameWithinDepthAndRowLimits) {
     EXPECT_EQ(capped.rows().size(), 6);
     EXPECT_GE(capped.position("beta/deep"), 0);
     EXPECT_LT(capped.position("beta/deep/deeper"), 0);
+}
+
+TEST(DirectoryReaderTest, CountsTheEntriesTheRowLimitLeavesOut) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QDir root(dir.path());
+    ASSERT_TRUE(root.mkpath("a/sub") && root.mkpath("b"));
+    for (const char *file : {"c.txt", "d.txt", "a/a1.txt", "a/a2.txt", "a/sub/deep.txt"})
+        writeFile(root.filePath(file));
+
+    // Eight entries in three levels. The count goes as far as the folders read or waiting to be
+    // read: with three rows, a/sub is neither and its file is not counted.
+    const struct {
+        int depth, maxRows;
+        qsizetype rows, found;
+    } cases[] = {{4, 100, 8, 8}, {4, 8, 8, 8}, {4, 6, 6, 8}, {4, 3, 3, 7}, {1, 100, 4, 4}};
+    for (const auto &c : cases) {
+        qsizetype found = -1;
+        const DemoTable table = DirectoryReader(c.depth, c.maxRows).read(dir.path(), &found);
+        EXPECT_EQ(table.rows().size(), c.rows) << c.depth << " " << c.maxRows;
+        EXPECT_EQ(found, c.found) << c.depth << " " << c.maxRows;
+    }
+
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    EXPECT_EQ(DirectoryReader::summary(32767, 66012, 840),
+              "Read the first 32,767 of 66,012 entries found in 840 ms");
+    EXPECT_EQ(DirectoryReader::summary(1234, 1234, 5), "Read 1,234 entries in 5 ms");
+    QLocale::setDefault(QLocale::system());
 }
 
 TEST(DirectoryReaderTest, HumanSizes) {
@@ -200,14 +243,128 @@ TEST(DemoWindowTest, LayoutRoundTripAndBadFilesLeaveTheControlUsable) {
     expectColumnsAligned(tree);
 
     const QString wrongType = dir.filePath("wrong.json");
-    writeFile(wrongType, R"({"RowHeight": "tall", "Columns": 5})");
-    EXPECT_FALSE(window.loadLayoutFrom(wrongType, &error));
-    EXPECT_TRUE(error.contains("13")) << qPrintable(error);
+    for (const char *json : {R"({"RowHeight": "tall", "Columns": 5})",
+                             R"({"DemoColumnWidths": [90, 80], "Columns": 5})"}) {
+        writeFile(wrongType, json);
+        EXPECT_FALSE(window.loadLayoutFrom(wrongType, &error)) << json;
+        EXPECT_TRUE(error.contains("13")) << qPrintable(error);
+    }
     EXPECT_FALSE(window.loadLayoutFrom(dir.filePath("missing.json"), &error));
     EXPECT_EQ(tree.Columns(), 2);
     EXPECT_EQ(tree.RowHeight(), 18);
     tree.setColumns(4);
     EXPECT_EQ(tree.Columns(), 4);
+
+    // A width as a drag of the column's border leaves it comes back in another window.
+    const qint32 dragged = 150 * TreeLoader::TwipsPerPixel;
+    tree.setColumnWidth(2, dragged);
+    ASSERT_TRUE(window.saveLayoutTo(saved));
+    DemoWindow fresh(host, OrgChart().build());
+    ASSERT_TRUE(fresh.loadLayoutFrom(saved, &error)) << qPrintable(error);
+    EXPECT_EQ(fresh.tree()->ColumnWidth(2), dragged);
+}
+
+TEST(DemoWindowTest, StatusShowsTheFrameTimeAsMeasured) {
+    HostContainer host;
+    DemoWindow window(host, OrgChart().build());
+    window.resize(900, 600);
+    window.show();
+    window.tree()->SelectItem(1, 1);
+    QApplication::processEvents();
+    QWidget &surface = *window.tree()->picOut();
+    const auto shownMs = [&] {
+        const QRegularExpression pattern(QStringLiteral("^Last frame (\\d+\\.\\d) ms$"));
+        const QRegularExpressionMatch match = pattern.match(statusOf(window, "frameTime"));
+        return match.hasMatch() ? match.captured(1).toDouble() : -1.0;
+    };
+    const auto pressDown = [&] {
+        QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+        QApplication::sendEvent(&surface, &down);
+    };
+
+    // A repaint alone; a key that asks for no frame of the grid, long before the repaint; a key
+    // the grid answers with a frame, which counts from the key on.
+    const struct {
+        const char *name;
+        std::function<void()> before, frame;
+    } cases[] = {
+        {"repaint", [] {}, [&] { surface.repaint(); }},
+        {"stray key",
+         [&] {
+             QKeyEvent key(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+             QApplication::sendEvent(window.statusBar(), &key);
+             QApplication::processEvents();
+             QThread::msleep(30);
+         },
+         [&] { surface.repaint(); }},
+        {"arrow key", [] {},
+         [&] {
+             pressDown();
+             QApplication::processEvents();
+         }},
+    };
+    for (const auto &c : cases) {
+        c.before();
+        QElapsedTimer clock;
+        clock.start();
+        c.frame();
+        const double outer = double(clock.nsecsElapsed()) / 1e6;
+        const double shown = shownMs();
+        EXPECT_GT(shown, 0.0) << c.name;
+        EXPECT_LE(shown, outer + 0.05) << c.name;
+    }
+    // The key's own handling, in which the grid composes its frame, is part of the frame.
+    QElapsedTimer clock;
+    clock.start();
+    pressDown();
+    const double handling = double(clock.nsecsElapsed()) / 1e6;
+    QApplication::processEvents();
+    EXPECT_GE(shownMs(), handling - 0.05);
+}
+
+TEST(DemoWindowTest, ARowInAClosedBranchIsNeitherReportedNorEdited) {
+    HostContainer host;
+    const DemoTable table = OrgChart().build();
+    DemoWindow window(host, table);
+    vkTreeList &tree = *window.tree();
+    // A row right under the first top-level row, which starts open.
+    const qint32 row = table.position(table.rows()[1].key) + 1;
+    ASSERT_EQ(table.rows()[1].parentKey, table.rows()[0].key);
+    tree.SelectItem(row, 1);
+
+    const struct {
+        bool open;
+        const char *status;
+    } cases[] = {{false, "Current row hidden in a closed branch"}, {true, "Row 2, column 1"}};
+    for (const auto &c : cases) {
+        if (c.open)
+            tree.Expand(1);
+        else
+            tree.Collapse(1);
+        EXPECT_EQ(statusOf(window, "currentCell").toStdString(), c.status);
+        EXPECT_EQ(window.editor()->editCurrent(), c.open) << c.status;
+        EXPECT_EQ(tree.isEditing(), c.open) << c.status;
+    }
+    tree.AbortEdit();
+}
+
+TEST(DemoWindowTest, SmallWindowScrollsThePanelInsteadOfSqueezingIt) {
+    HostContainer host;
+    DemoWindow window(host, OrgChart().build());
+    window.show();
+    window.resize(480, 300);
+    QApplication::processEvents();
+    EXPECT_EQ(window.size(), QSize(480, 300));
+    for (QGroupBox *box : window.findChildren<QGroupBox *>()) {
+        QList<QWidget *> widgets = box->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+        widgets.append(box);
+        for (const QWidget *w : widgets) {
+            const int wanted =
+                w->hasHeightForWidth() ? w->heightForWidth(w->width()) : w->sizeHint().height();
+            EXPECT_GE(w->height(), wanted)
+                << qPrintable(box->title()) << " " << w->metaObject()->className();
+        }
+    }
 }
 
 int main(int argc, char **argv) {

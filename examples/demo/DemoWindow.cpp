@@ -2,6 +2,7 @@
 
 #include "DemoEditor.h"
 #include "DemoPictures.h"
+#include "FrameTimer.h"
 #include "HostContainer.h"
 #include "PictureBox.h"
 #include "PropertyBag.h"
@@ -21,6 +22,7 @@
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -31,13 +33,18 @@
 namespace {
 
 const QString ImageListName = QStringLiteral("demoPictures");
+// The demo's own entry in a layout file, beside the control's properties (which the control reads
+// by name, so it passes over this one): column number to width in pixels.
+const QString ColumnWidthsKey = QStringLiteral("DemoColumnWidths");
 constexpr int StatusInterval = 250; // ms
+constexpr int PanelWidth = 230;     // pixels
 
 } // namespace
 
 DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     : QMainWindow(parent), m_table(std::move(table)), m_tree(new vkTreeList(nullptr, &host)),
-      m_loader(*m_tree, m_table), m_editor(new DemoEditor(*m_tree, m_table, this)) {
+      m_loader(*m_tree, m_table), m_editor(new DemoEditor(*m_tree, m_table, this)),
+      m_frames(new FrameTimer(m_tree->picOut(), this)) {
     setWindowTitle(tr("vkTreeList demo - %1").arg(m_table.caption));
     setWindowIcon(QPixmap::fromImage(DemoPictures::team(Qt::transparent)));
 
@@ -63,6 +70,9 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     m_cellLabel = new QLabel(this);
     m_timeLabel = new QLabel(this);
     m_hitLabel = new QLabel(this);
+    m_cellLabel->setObjectName(QStringLiteral("currentCell"));
+    m_timeLabel->setObjectName(QStringLiteral("frameTime"));
+    m_timeLabel->setToolTip(tr("From the input that asked for the frame until it was drawn"));
     statusBar()->addPermanentWidget(m_hitLabel);
     statusBar()->addPermanentWidget(m_rowsLabel);
     statusBar()->addPermanentWidget(m_cellLabel);
@@ -98,8 +108,8 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
 }
 
 QWidget *DemoWindow::buildPanel() {
-    auto *panel = new QWidget(this);
-    panel->setFixedWidth(230);
+    auto *panel = new QWidget;
+    panel->setFixedWidth(PanelWidth);
     auto *column = new QVBoxLayout(panel);
     column->setContentsMargins(0, 0, 0, 0);
 
@@ -142,7 +152,8 @@ QWidget *DemoWindow::buildPanel() {
     layoutButtons->addWidget(save);
     layoutButtons->addWidget(load);
     layoutColumn->addLayout(layoutButtons);
-    auto *layoutNote = new QLabel(tr("The control's saved properties, as JSON."), layoutBox);
+    auto *layoutNote =
+        new QLabel(tr("The control's saved properties and the column widths, as JSON."), layoutBox);
     layoutNote->setWordWrap(true);
     layoutNote->setEnabled(false);
     layoutColumn->addWidget(layoutNote);
@@ -164,7 +175,15 @@ QWidget *DemoWindow::buildPanel() {
     connect(collapse, &QPushButton::clicked, this, [this] { setAllExpanded(false); });
     connect(save, &QPushButton::clicked, this, &DemoWindow::saveLayout);
     connect(load, &QPushButton::clicked, this, &DemoWindow::loadLayout);
-    return panel;
+
+    auto *scroll = new QScrollArea(this);
+    scroll->setWidget(panel);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Room for the bar that comes when the panel is taller than the window.
+    scroll->setFixedWidth(PanelWidth + scroll->verticalScrollBar()->sizeHint().width());
+    return scroll;
 }
 
 void DemoWindow::buildMenus() {
@@ -300,6 +319,11 @@ void DemoWindow::loadLayout() {
 bool DemoWindow::saveLayoutTo(const QString &path, QString *error) const {
     PropertyBag bag;
     m_tree->WriteProperties(bag);
+    QVariantMap widths;
+    for (qint32 c = 1; c <= m_tree->Columns(); ++c)
+        if (const qint32 width = m_tree->ColumnWidth(c); width > 0)
+            widths.insert(QString::number(c), width / TreeLoader::TwipsPerPixel);
+    bag.WriteProperty(ColumnWidthsKey, widths, QVariantMap());
     QString reason;
     if (bag.save(path, &reason))
         return true;
@@ -317,7 +341,10 @@ bool DemoWindow::loadLayoutFrom(const QString &path, QString *error) {
         return false;
     }
     const qint32 columnsBefore = m_tree->Columns();
+    QVariantMap widths;
     try {
+        // Read first: a bad entry of the demo's must leave the control as it was, too.
+        widths = bag.ReadProperty(ColumnWidthsKey, QVariantMap()).toMap();
         m_tree->ReadProperties(bag);
     } catch (const TreeListError &e) {
         // The control reads every value before it applies any: it is unchanged.
@@ -328,25 +355,19 @@ bool DemoWindow::loadLayoutFrom(const QString &path, QString *error) {
         return false;
     }
     m_tree->setAutoRedraw(false);
-    reconcileColumns(columnsBefore);
+    m_loader.refillColumns(columnsBefore + 1);
     m_loader.labelHeaders();
     m_loader.matchHeaderWidths();
+    for (auto it = widths.cbegin(); it != widths.cend(); ++it) {
+        const qint32 column = it.key().toInt();
+        const qint32 width = it.value().toInt();
+        if (column >= 1 && column <= m_tree->Columns() && width > 0)
+            m_tree->setColumnWidth(column, width * TreeLoader::TwipsPerPixel);
+    }
     m_tree->setAutoRedraw(true);
     m_tree->Refresh(true);
     syncPanel();
     return true;
-}
-
-void DemoWindow::reconcileColumns(qint32 before) {
-    // Loading stores the column count before it runs the Columns put with the same count, so
-    // rows that already existed keep their old cells. Going through both counts brings every
-    // data and header row to the smaller one; from there the loader adds the loaded columns.
-    const qint32 loaded = m_tree->Columns();
-    if (loaded == before)
-        return;
-    m_tree->setColumns(std::max(before, loaded));
-    m_tree->setColumns(std::min(before, loaded));
-    m_loader.setColumnCount(loaded);
 }
 
 void DemoWindow::syncPanel() {
@@ -366,8 +387,12 @@ void DemoWindow::syncPanel() {
 
 void DemoWindow::updateStatus() {
     m_rowsLabel->setText(tr("%L1 rows").arg(m_tree->Rows()));
-    m_cellLabel->setText(m_tree->Row() > 0
-                             ? tr("Row %1, column %2").arg(m_tree->Row()).arg(m_tree->Col())
-                             : tr("No row selected"));
-    m_timeLabel->setText(tr("Last frame %1 ms").arg(m_tree->ReDrawTime() * 1000.0, 0, 'f', 1));
+    const lsNodePtr current = m_tree->Row() > 0 ? m_tree->Nodes(m_tree->Row()) : nullptr;
+    if (!current)
+        m_cellLabel->setText(tr("No row selected"));
+    else if (!current->Visible())
+        m_cellLabel->setText(tr("Current row hidden in a closed branch"));
+    else
+        m_cellLabel->setText(tr("Row %1, column %2").arg(m_tree->Row()).arg(m_tree->Col()));
+    m_timeLabel->setText(tr("Last frame %1 ms").arg(m_frames->lastFrameMs(), 0, 'f', 1));
 }

@@ -2,7 +2,7 @@
 // The demo's main window: the tree list filled from a DemoTable with its cells edited in place, a
 // side panel that switches the control's look and saves or loads its layout, menus (quit, the
 // control's self-test and version), and a status bar with row count, current cell and the time
-// the last frame took.
+// the last frame took. A saved layout holds the control's properties and the column widths.
 
 #include "DemoTable.h"
 #include "TreeLoader.h"
@@ -10,6 +10,7 @@
 #include <QMainWindow>
 
 class DemoEditor;
+class FrameTimer;
 class HostContainer;
 class QCheckBox;
 class QComboBox;
@@ -35,14 +36,20 @@ public:
     // The in-place editing of the demo's cells.
     DemoEditor *editor() const { return m_editor; }
 
-    // Writes the control's properties to a JSON file; false with the reason on failure.
+    // Writes the control's properties and the column widths to a JSON file; false with the
+    // reason on failure.
     bool saveLayoutTo(const QString &path, QString *error = nullptr) const;
-    // Reads the control's properties from a JSON file and brings the rows in line with them.
-    // A file that cannot be read, or a value of the wrong type, leaves the control as it was
-    // and gives false with the reason.
+    // Reads the control's properties and column widths from a JSON file and brings the rows in
+    // line with them. A file that cannot be read, or a value of the wrong type, leaves the
+    // control as it was and gives false with the reason.
     bool loadLayoutFrom(const QString &path, QString *error = nullptr);
 
+    // Shows the row count, the current cell and the last frame's time. Runs on a timer too: the
+    // control tells about property changes but not about clicks.
+    void updateStatus();
+
 private:
+    // The side panel, in a scroll area so that a small window scrolls it instead of squeezing it.
     QWidget *buildPanel();
     void buildMenus();
     // Runs the control's timing self-test (which shows its report) and shows its version.
@@ -55,16 +62,14 @@ private:
     void setAllExpanded(bool open);
     void saveLayout();
     void loadLayout();
-    // Brings every row to the column count a loaded layout set.
-    void reconcileColumns(qint32 before);
     // Shows the control's current settings in the panel without applying them again.
     void syncPanel();
-    void updateStatus();
 
     DemoTable m_table;
     vkTreeList *m_tree;
     TreeLoader m_loader;
     DemoEditor *m_editor;
+    FrameTimer *m_frames;
     QString m_layoutPath = QStringLiteral("layout.json");
 
     QComboBox *m_lineStyle = nullptr;

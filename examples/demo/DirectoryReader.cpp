@@ -22,6 +22,10 @@ bool descends(const QFileInfo &info) {
     return info.isDir() && !info.isSymLink();
 }
 
+qsizetype itemsIn(const QString &folder) {
+    return QDir(folder, QString(), QDir::NoSort, EntryFilter).count();
+}
+
 } // namespace
 
 DirectoryReader::DirectoryReader(int maxDepth, int maxRows)
@@ -55,23 +59,42 @@ QString DirectoryReader::typeName(const QFileInfo &info) const {
                                    : QStringLiteral("%1 file").arg(info.suffix().toUpper());
 }
 
-DemoTable DirectoryReader::read(const QString &root) const {
+QString DirectoryReader::summary(qsizetype shown, qsizetype found, qint64 milliseconds) {
+    if (found > shown)
+        return QStringLiteral("Read the first %L1 of %L2 entries found in %3 ms")
+            .arg(shown)
+            .arg(found)
+            .arg(milliseconds);
+    return QStringLiteral("Read %L1 entries in %2 ms").arg(shown).arg(milliseconds);
+}
+
+DemoTable DirectoryReader::read(const QString &root, qsizetype *found) const {
     const QDir base(root);
     QList<Entry> entries;
     QList<int> topLevel;
+    // Past the row limit nothing more is read just to count: the total adds the entries cut from
+    // the folder being listed and the entries of the folders still waiting to be listed, whose
+    // counts the Size column needs anyway. What lies deeper in those folders is not counted, so
+    // the total is exact when the limit hit the deepest level and a lower bound otherwise.
+    qsizetype cut = 0;
 
     // Breadth first: a folder's entries are listed when the folder is taken from the queue.
     QQueue<std::pair<int, int>> pending; // (entry position or -1 for the root, depth)
     pending.enqueue({-1, 0});
+    const auto folderOf = [&](int owner) {
+        return owner < 0 ? base.absolutePath() : entries[owner].info.filePath();
+    };
     while (!pending.isEmpty() && entries.size() < m_maxRows) {
         const auto [owner, depth] = pending.dequeue();
-        const QString path = owner < 0 ? base.absolutePath() : entries[owner].info.filePath();
-        const QFileInfoList listed = QDir(path).entryInfoList(EntryFilter, EntryOrder);
+        const QFileInfoList listed = QDir(folderOf(owner)).entryInfoList(EntryFilter, EntryOrder);
         if (owner >= 0)
             entries[owner].itemCount = listed.size();
-        for (const QFileInfo &info : listed) {
-            if (entries.size() >= m_maxRows)
+        for (qsizetype i = 0; i < listed.size(); ++i) {
+            if (entries.size() >= m_maxRows) {
+                cut = listed.size() - i;
                 break;
+            }
+            const QFileInfo &info = listed[i];
             const int position = static_cast<int>(entries.size());
             entries.append(Entry{info, owner, {}, -1});
             (owner < 0 ? topLevel : entries[owner].children).append(position);
@@ -79,6 +102,15 @@ DemoTable DirectoryReader::read(const QString &root) const {
                 pending.enqueue({position, depth + 1});
         }
     }
+    qsizetype total = entries.size() + cut;
+    for (const auto &[owner, depth] : pending) {
+        const qsizetype items = itemsIn(folderOf(owner));
+        if (owner >= 0)
+            entries[owner].itemCount = items;
+        total += items;
+    }
+    if (found)
+        *found = total;
 
     DemoTable table;
     table.caption = QDir::toNativeSeparators(base.absolutePath());
@@ -114,11 +146,9 @@ DemoTable DirectoryReader::read(const QString &root) const {
         if (!folder) {
             size = humanSize(entry.info.size());
         } else if (!entry.info.isSymLink()) {
-            // Folders below the depth limit or past the row cap were not listed: count them.
+            // Folders at the depth limit or past the row cap were not listed: count them.
             const qsizetype items =
-                entry.itemCount >= 0
-                    ? entry.itemCount
-                    : QDir(entry.info.filePath(), QString(), QDir::NoSort, EntryFilter).count();
+                entry.itemCount >= 0 ? entry.itemCount : itemsIn(entry.info.filePath());
             size = items == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(items);
         }
         const QString modified =

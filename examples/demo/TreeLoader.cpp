@@ -42,6 +42,14 @@ void TreeLoader::setColumnCount(qint32 columns) {
     labelHeaders();
 }
 
+void TreeLoader::refillColumns(qint32 first) {
+    const qint32 columns = m_tree.Columns();
+    if (first < 2 || first > columns)
+        return;
+    m_tree.setColumns(first - 1);
+    setColumnCount(columns);
+}
+
 void TreeLoader::growColumns(qint32 columns) {
     for (qint32 c = m_tree.Columns() + 1; c <= columns; ++c) {
         m_tree.setColumns(c);

@@ -4,10 +4,10 @@
 // start open. Row i of the table is the control's row Index i + 1, since rows are added in tree
 // order to an empty control.
 //
-// A data cell keeps the left edge it got when it was made (the previous cell's left plus
-// width); only header cells are placed from their widths on every frame. So columns are added
-// one at a time and each is sized while it is the last one: a width change then moves nothing
-// after it, and data cells stay under their headers.
+// A data cell keeps the left edge it got when it was made (the previous cell's left plus width)
+// until its row is shown again; header cells are placed from their widths on every frame. So
+// columns are added one at a time and each is sized while it is the last one: a width change then
+// moves nothing after it, and data cells stay under their headers even in rows not yet shown.
 
 #include "DemoTable.h"
 
@@ -28,6 +28,9 @@ public:
 
     // Changes the number of columns; new columns come with their data, sized to it.
     void setColumnCount(qint32 columns);
+    // Builds the columns from `first` on again, with their data and sized to it: columns the
+    // control made by itself (reading a layout) come empty and with default widths.
+    void refillColumns(qint32 first);
     // Gives every header cell the width of the data cell below it (new header rows come with
     // default widths).
     void matchHeaderWidths();

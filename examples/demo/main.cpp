@@ -1,6 +1,7 @@
 // vktl_demo: the tree list filled with a directory tree (given on the command line) or with a
 // built-in organisation chart. With --screenshot FILE it renders the window to a PNG and exits;
 // with --where ROW,COLUMN it tells where a cell is on the screen (tests drive the window with it).
+// --help and --version answer without a display.
 
 #include "DemoWindow.h"
 #include "DirectoryReader.h"
@@ -10,6 +11,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QStatusBar>
@@ -27,6 +29,17 @@ bool wantsScreenshot(int argc, char *argv[]) {
     return false;
 }
 
+// True when the command line asks for the help or the version. Qt's own options (-platform
+// and the like) are not known to the parser yet and do not matter here.
+bool asksForInformation(QCommandLineParser &parser, int argc, char *argv[]) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    parser.parse(arguments);
+    return parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all")) ||
+           parser.isSet(QStringLiteral("version"));
+}
+
 } // namespace
 
 int main(int argc, char *argv[]) {
@@ -35,14 +48,17 @@ int main(int argc, char *argv[]) {
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("vktl_demo"));
+    QCoreApplication::setApplicationName(QStringLiteral("vktl_demo"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VKTL_DEMO_VERSION));
 
     QCommandLineParser parser;
+    // "-reverse" and other Qt options must not read as short options run together (-v).
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.setApplicationDescription(
         QStringLiteral("Shows the vkTreeList control filled with a directory tree, or with a "
                        "built-in organisation chart when no directory is given."));
     parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption screenshotOption(
         QStringLiteral("screenshot"),
         QStringLiteral("Renders the window off screen to <file> (PNG) and exits."),
@@ -58,9 +74,17 @@ int main(int argc, char *argv[]) {
         QStringLiteral("directory"),
         QStringLiteral("Directory to show, four levels deep, at most 32767 rows."),
         QStringLiteral("[directory]"));
+    if (asksForInformation(parser, argc, argv)) {
+        // A core application needs no window system; process() prints and exits.
+        QCoreApplication information(argc, argv);
+        parser.process(information);
+    }
+
+    QApplication app(argc, argv);
     parser.process(app);
 
     DemoTable table;
+    qsizetype found = 0;
     QElapsedTimer clock;
     clock.start();
     const QStringList arguments = parser.positionalArguments();
@@ -73,7 +97,7 @@ int main(int argc, char *argv[]) {
             std::fprintf(stderr, "vktl_demo: not a directory: %s\n", qPrintable(arguments.first()));
             return 2;
         }
-        table = DirectoryReader().read(arguments.first());
+        table = DirectoryReader().read(arguments.first(), &found);
     }
     const qint64 readTime = clock.elapsed();
 
@@ -84,8 +108,7 @@ int main(int argc, char *argv[]) {
     window.showcaseSelection();
     if (!arguments.isEmpty())
         window.statusBar()->showMessage(
-            QStringLiteral("Read %L1 entries in %2 ms").arg(window.tree()->Rows()).arg(readTime),
-            8000);
+            DirectoryReader::summary(window.tree()->Rows(), found, readTime), 8000);
 
     if (parser.isSet(whereOption)) {
         const QStringList cell = parser.value(whereOption).split(u',');
@@ -102,6 +125,7 @@ int main(int argc, char *argv[]) {
     window.activateWindow();
     for (int i = 0; i < 5; ++i)
         QApplication::processEvents();
+    window.updateStatus();
     if (!window.grab().toImage().save(path, "PNG")) {
         std::fprintf(stderr, "vktl_demo: cannot write %s\n", qPrintable(path));
         return 1;
