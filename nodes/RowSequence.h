@@ -113,6 +113,8 @@ public:
     static qint32 indexPutOn(const lsNode *row);
     // The renumbering: every held row reads its rank as `Index` again.
     void renumber();
+    // True when some held row reads a number a host put instead of its rank.
+    bool hasIndexPuts() const { return !m_indexPuts.empty(); }
 
     // Asserts the invariants listed above (debug builds; no-op otherwise).
     void check() const;
@@ -150,7 +152,7 @@ private:
     qint32 m_size = 0;
     qint32 m_visibleTotal = 0;
     qint32 m_unsettledTotal = 0;
-    // The numbers hosts put on held rows, by row.
+    // The numbers hosts put on held rows, by row (see hasIndexPuts).
     std::unordered_map<lsNode *, qint32> m_indexPuts;
     // Deferred recomputations, oldest first.
     mutable std::vector<lsNode *> m_pending;

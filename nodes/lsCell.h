@@ -3,6 +3,7 @@
 // painting give it. Plain stored values with no range checks; a host may keep a cell after it
 // left its row (cells are held by shared pointer).
 
+#include "SelectionPuts.h"
 #include "TreeEdits.h"
 #include "TreeListError.h"
 #include "TreeListTypes.h"
@@ -136,11 +137,14 @@ public:
     bool Selected() const { return m_Selected; }
     void setSelected(bool v) {
         TreeEdits::note();
+        if (v)
+            SelectionPuts::note();
         m_Selected = v;
     }
 
 private:
     friend class lsCells;
+    friend class lsNodes;
     static constexpr qint32 kFlat = static_cast<qint32>(Appearances::Flat);
     static const QVariant kEmpty;
 

@@ -7,6 +7,7 @@
 // A row made by its collection shares one allocation with its cells (see RowAllocation.h): a cell
 // or cell collection a host holds keeps that allocation alive, as a node pointer does.
 
+#include "SelectionPuts.h"
 #include "TreeEdits.h"
 #include "lsCells.h"
 #include "vkTreeListExport.h"
@@ -83,6 +84,8 @@ public:
     bool Selected() const { return m_Selected; }
     void setSelected(bool v) {
         TreeEdits::note();
+        if (v)
+            SelectionPuts::note();
         m_Selected = v;
     }
     // Unique key within its collection (no value by default).

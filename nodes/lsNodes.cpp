@@ -449,43 +449,6 @@ void lsNodes::settleAfter(const lsNode *node, qint32 subtreeRows) {
     }
 }
 
-qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
-    TreeEdits::note();
-    qint32 counter = 0;
-    // Rows hidden under a collapsed branch are not visited and keep their flags.
-    for (lsNodePtr node = SetFirstNode(emptyText()); node; node = GetNextNode(true)) {
-        if (node->Selected())
-            ++counter;
-        const bool isRow = node->Index() == RowID;
-        if (isRow) {
-            node->setSelected(true);
-            m_selectedRow = node;
-        } else if (!MultiSelect) {
-            node->setSelected(false);
-        }
-        // A row that never made its cells has none: looking must not make them.
-        const lsCells *cells = node->cellsIfMade();
-        // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
-        const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
-        for (qint32 j = 1; j <= cellCount; ++j) {
-            lsCell *cell = cells->cell(j);
-            if (isRow && j == ColID) {
-                cell->setSelected(true);
-                m_selectedCell = cells->at(j);
-            } else if (!MultiSelect) {
-                cell->setSelected(false);
-            }
-        }
-    }
-    return counter;
-}
-
-void lsNodes::ClearSelection() {
-    TreeEdits::note();
-    m_selectedRow.reset();
-    m_selectedCell.reset();
-}
-
 void lsNodes::markDisplayed(const lsNodePtr &row) {
     TreeEdits::note();
     // A row that already carries the flag is remembered already, or was put from outside (and

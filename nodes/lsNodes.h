@@ -126,6 +126,13 @@ private:
     void settleAfter(const lsNode *node, qint32 subtreeRows);
     bool unsettledFrom(const lsNode *node) const;
 
+    // Selection (lsNodesSelection.cpp).
+    qint32 selectByWalk(qint32 RowID, qint32 ColID, bool MultiSelect);
+    qint32 selectFlagged(qint32 RowID, qint32 ColID, bool MultiSelect);
+    bool visitedBySelection(const lsNode *row, qint32 rootRank) const;
+    void rememberFlaggedRows();
+    static void clearRowFlags(lsNode &row);
+
     lsNodePtr m_selectedRow;
     lsCellPtr m_selectedCell;
     lsNodePtr m_root;
@@ -139,4 +146,8 @@ private:
     // Rows marked by markDisplayed since the last clearing, and the count of outside puts then.
     std::vector<std::weak_ptr<lsNode>> m_displayed;
     quint64 m_displayedPuts = 0;
+    // Rows whose own or cells' `Selected` the selections may have left set (no other row has a
+    // flag while SelectionPuts::count() stays at m_selectionPuts), each once.
+    std::vector<std::weak_ptr<lsNode>> m_flagged;
+    quint64 m_selectionPuts = SelectionPuts::count();
 };

@@ -318,12 +318,10 @@ void vkTreeList::selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint
         RedrawFrame(false);
         return;
     }
+    // The selection cleared the previous row's flags and set the new row's: their lines show it.
     bool inPlace = frameWasCurrent;
-    if (!multi && previous && previous->Displayed()) {
-        previous->setSelected(false);
+    if (!multi && previous && previous->Displayed())
         inPlace = inPlace && repaintLineInPlace(previous);
-    }
-    row->setSelected(true);
     inPlace = inPlace && repaintLineInPlace(row);
     if (inPlace)
         m_frameEdits = TreeEdits::count();

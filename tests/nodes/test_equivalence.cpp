@@ -163,7 +163,7 @@ private:
     }
 
     // A host writes a row's flags directly.
-    void hostPut(const lsNodePtr &row, RefRow *ref, int kinds = 6) {
+    void hostPut(const lsNodePtr &row, RefRow *ref, int kinds = 8) {
         const bool value = pick(2);
         switch (pick(kinds)) {
         case 0:
@@ -181,6 +181,16 @@ private:
             row->setKey(key), ref->key = key;
             break;
         }
+        case 5:
+            // Selection flags put by hand: the next selection must find them too.
+            row->setSelected(value), ref->selected = value;
+            break;
+        case 6:
+            if (const qint32 cells = qint32(ref->cellSelected.size())) {
+                const qint32 c = 1 + pick(cells);
+                row->Cells()->at(c)->setSelected(value), ref->cellSelected[size_t(c - 1)] = value;
+            }
+            break;
         default:
             row->setIndex(pick(50)), ref->index = row->Index();
         }

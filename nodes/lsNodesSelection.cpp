@@ -1,0 +1,143 @@
+// lsNodes: selection. The rule is a walk over every visible row that counts the rows selected
+// before, flags the target row and cell and, without MultiSelect, clears every other visible
+// row's and cell's flag. Walking costs every row and cell of the tree on every selection, which
+// makes a load that selects each new row quadratic. The collection therefore remembers the rows
+// its selections left flagged: while no flag was put from outside and every row reads its rank as
+// `Index`, those are the only rows the walk could count or change, and visiting them (plus the
+// target) gives exactly what the walk gives. Otherwise the walk runs and the rows are remembered
+// anew.
+
+#include "lsNodes.h"
+
+#include "RowSequence.h"
+#include "TreeListError.h"
+
+#include <unordered_set>
+
+qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
+    TreeEdits::note();
+    const RowSequence &tree = m_order.tree();
+    if (SelectionPuts::count() == m_selectionPuts && !tree.hasIndexPuts() &&
+        (!m_root || tree.contains(m_root.get())))
+        return selectFlagged(RowID, ColID, MultiSelect);
+    const qint32 counter = selectByWalk(RowID, ColID, MultiSelect);
+    rememberFlaggedRows();
+    return counter;
+}
+
+qint32 lsNodes::selectByWalk(qint32 RowID, qint32 ColID, bool MultiSelect) {
+    qint32 counter = 0;
+    // Rows hidden under a collapsed branch are not visited and keep their flags.
+    for (lsNodePtr node = SetFirstNode(emptyText()); node; node = GetNextNode(true)) {
+        if (node->m_Selected)
+            ++counter;
+        const bool isRow = node->Index() == RowID;
+        if (isRow) {
+            node->m_Selected = true;
+            m_selectedRow = node;
+        } else if (!MultiSelect) {
+            node->m_Selected = false;
+        }
+        // A row that never made its cells has none: looking must not make them.
+        const lsCells *cells = node->cellsIfMade();
+        // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
+        const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
+        for (qint32 j = 1; j <= cellCount; ++j) {
+            lsCell *cell = cells->cell(j);
+            if (isRow && j == ColID) {
+                cell->m_Selected = true;
+                m_selectedCell = cells->at(j);
+            } else if (!MultiSelect) {
+                cell->m_Selected = false;
+            }
+        }
+    }
+    return counter;
+}
+
+bool lsNodes::visitedBySelection(const lsNode *row, qint32 rootRank) const {
+    // The walk starts at the root, whatever its Visible, and goes on in tree order through the
+    // Visible rows after it.
+    if (!m_order.tree().contains(row))
+        return false;
+    return row == m_root.get() || (row->Visible() && RowSequence::rankOf(row) > rootRank);
+}
+
+void lsNodes::clearRowFlags(lsNode &row) {
+    row.m_Selected = false;
+    if (const lsCells *cells = row.cellsIfMade())
+        for (qint32 j = 1; j <= cells->Count(); ++j)
+            cells->cell(j)->m_Selected = false;
+}
+
+qint32 lsNodes::selectFlagged(qint32 RowID, qint32 ColID, bool MultiSelect) {
+    const qint32 rootRank = m_root ? RowSequence::rankOf(m_root.get()) : 0;
+    // With every row reading its rank as Index, the row numbered RowID is the one at that rank.
+    lsNodePtr target;
+    if (lsNode *row = m_order.tree().rowAt(RowID); row && visitedBySelection(row, rootRank))
+        target = RowSequence::slotOf(row);
+
+    qint32 counter = 0;
+    std::vector<std::weak_ptr<lsNode>> kept;
+    std::unordered_set<const lsNode *> seen;
+    for (const std::weak_ptr<lsNode> &weak : m_flagged) {
+        const lsNodePtr node = weak.lock();
+        // A row that left the collection is out of every later walk.
+        if (!node || node == target || !m_order.tree().contains(node.get()) ||
+            !seen.insert(node.get()).second)
+            continue;
+        if (!visitedBySelection(node.get(), rootRank)) {
+            kept.push_back(weak);
+            continue;
+        }
+        counter += node->m_Selected ? 1 : 0;
+        if (MultiSelect)
+            kept.push_back(weak);
+        else
+            clearRowFlags(*node);
+    }
+
+    if (target) {
+        counter += target->m_Selected ? 1 : 0;
+        target->m_Selected = true;
+        m_selectedRow = target;
+        const lsCells *cells = target->cellsIfMade();
+        const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
+        for (qint32 j = 1; j <= cellCount; ++j) {
+            lsCell *cell = cells->cell(j);
+            if (j == ColID) {
+                cell->m_Selected = true;
+                m_selectedCell = cells->at(j);
+            } else if (!MultiSelect) {
+                cell->m_Selected = false;
+            }
+        }
+        kept.push_back(target);
+    }
+    m_flagged = std::move(kept);
+    // The walk ends past the last row, with no walk under way.
+    m_walkStart.reset();
+    m_cursor.reset();
+    return counter;
+}
+
+void lsNodes::rememberFlaggedRows() {
+    m_selectionPuts = SelectionPuts::count();
+    m_flagged.clear();
+    const RowSequence &tree = m_order.tree();
+    for (qint32 rank = 1; rank <= tree.size(); ++rank) {
+        lsNode *row = tree.rowAt(rank);
+        bool flagged = row->m_Selected;
+        if (const lsCells *cells = row->cellsIfMade())
+            for (qint32 j = 1; j <= cells->Count() && !flagged; ++j)
+                flagged = cells->cell(j)->m_Selected;
+        if (flagged)
+            m_flagged.push_back(RowSequence::slotOf(row));
+    }
+}
+
+void lsNodes::ClearSelection() {
+    TreeEdits::note();
+    m_selectedRow.reset();
+    m_selectedCell.reset();
+}
