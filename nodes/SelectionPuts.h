@@ -4,9 +4,12 @@
 // while this count stands still, those are all the rows and cells that carry the flag, and a new
 // selection need visit no others.
 
+#include "vkTreeListExport.h"
 #include <QtGlobal>
 
-class SelectionPuts {
+// Exported, and defined in the library rather than inline, so that the count is one across the
+// library and a host whose own code runs the inline setters of rows and cells.
+class VKTL_EXPORT SelectionPuts {
 public:
     // Puts so far.
     static quint64 count() { return s_count; }
@@ -14,5 +17,5 @@ public:
     static void note() { ++s_count; }
 
 private:
-    static inline quint64 s_count = 0;
+    static quint64 s_count;
 };

@@ -3,9 +3,12 @@
 // can tell at once whether anything may have changed since it last drew: painting is skipped only
 // where nothing it reads can have changed. Single-threaded, like the rest of the component.
 
+#include "vkTreeListExport.h"
 #include <QtGlobal>
 
-class TreeEdits {
+// Exported, and defined in the library rather than inline, so that the count is one across the
+// library and a host whose own code runs the inline setters of rows and cells.
+class VKTL_EXPORT TreeEdits {
 public:
     // Changes so far.
     static quint64 count() { return s_count; }
@@ -13,5 +16,5 @@ public:
     static void note() { ++s_count; }
 
 private:
-    static inline quint64 s_count = 0;
+    static quint64 s_count;
 };

@@ -9,6 +9,8 @@
 #include <mutex>
 #include <unordered_map>
 
+quint64 lsNode::s_displayedPuts = 0;
+
 struct lsNode::Rare {
     QString fullPath;
     // The key the collection stored the row under, once a host changed `Key` after that.

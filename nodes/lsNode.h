@@ -151,7 +151,7 @@ private:
     void putExpanded(bool v) { m_Expanded = v; }
 
     // How often `Displayed` was put True through setDisplayed, in any collection.
-    static inline quint64 s_displayedPuts = 0;
+    static quint64 s_displayedPuts; // one count for the library and hosts alike
 
     // Rarely set values, kept in a table beside the nodes until one is set (see lsNode.cpp).
     struct Rare;

@@ -38,6 +38,13 @@ int main(int argc, char *argv[]) {
         std::fprintf(stderr, "consumer: the control does not hold what was put in\n");
         return 1;
     }
+    // A selection flag put by the host's own code (the setters are inline) is seen by the
+    // library's next selection, which counts it and clears it.
+    list->rows()->Item(1)->setSelected(true);
+    if (list->rows()->Selected(2, 1) != 1 || list->rows()->Item(1)->Selected()) {
+        std::fprintf(stderr, "consumer: a selection flag the host put was not seen\n");
+        return 1;
+    }
     if (!window.grab().save(QString::fromLocal8Bit(argv[1]), "PNG")) {
         std::fprintf(stderr, "consumer: cannot write %s\n", argv[1]);
         return 1;

@@ -1,0 +1,3 @@
+#include "SelectionPuts.h"
+
+quint64 SelectionPuts::s_count = 0;

@@ -1,0 +1,3 @@
+#include "TreeEdits.h"
+
+quint64 TreeEdits::s_count = 0;
