@@ -29,34 +29,51 @@ qint32 rowTop(lsNode &row) {
 
 RowPaintResult TreeListPainter::paintRows(OffScreenDC &dc, lsNodes &rows, lsIdent &ident,
                                           qint32 widestText) const {
-    RowPaintResult result;
+    RowPaintResult result = layoutRows(rows, ident);
     result.widestText = widestText;
+    paintLaidOutRows(dc, rows, ident, result.shown, result.widestText);
+    return result;
+}
+
+RowPaintResult TreeListPainter::layoutRows(lsNodes &rows, lsIdent &ident) const {
+    RowPaintResult result;
     if (rows.Count() == 0)
         return result;
-
-    // Cells pass: decide which rows are on screen, place their cells and paint them. The rows on
-    // screen are the Visible rows from the first displayed one on, one per line; every other row
-    // is not displayed. Only rows that carry the flag need clearing, and the Visible rows are
-    // reached by their rank, so the pass costs the rows on screen.
-    // The header rows take one line each and the data lines that fit come after them: a line
-    // counter that starts at the header count stops at the header count plus the lines that fit,
-    // so no band is left empty at the bottom whatever the number of header rows.
+    // The rows on screen are the Visible rows from the first displayed one on, one per line;
+    // every other row is not displayed. Only rows that carry the flag need clearing, and the
+    // Visible rows are reached by their rank, so the pass costs the rows on screen. The header
+    // rows take one line each and the data lines that fit come after them: a line counter that
+    // starts at the header count stops at the header count plus the lines that fit, so no band is
+    // left empty at the bottom whatever the number of header rows.
     rows.ClearDisplayed();
     qint32 line = m_ctx.headers;
     const qint32 end = m_ctx.headers + m_ctx.visibleLineCount;
     qint32 rank = rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
     for (lsNodePtr row; line < end && (row = rows.VisibleRowAt(rank)); ++rank) {
         placeRow(rows, row, line);
-        ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
-        paintRow(dc, rows, *row, ident);
+        // The first column's text starts after the tree part.
+        if (lsCell *first = row->borrowCells().cell(1)) {
+            ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+            first->setXoffset(ident.TextX());
+        }
         result.lastPaintedRow = row->Index();
         result.shown.push_back(row);
         ++line;
     }
-    drawLines(dc, rows, ident, result.shown, result.widestText);
-    drawPictures(dc, ident, result.shown, 0, result.shown.size());
     result.painted = static_cast<qint32>(result.shown.size());
     return result;
+}
+
+void TreeListPainter::paintLaidOutRows(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
+                                       const std::vector<lsNodePtr> &shown,
+                                       qint32 &widestText) const {
+    // Cells first, then every line, then every picture, so that opaque pictures cover line ends.
+    for (const lsNodePtr &row : shown) {
+        ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        paintRow(dc, rows, *row, ident);
+    }
+    drawLines(dc, rows, ident, shown, widestText);
+    drawPictures(dc, ident, shown, 0, shown.size());
 }
 
 void TreeListPainter::repaintRows(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
@@ -300,7 +317,12 @@ void TreeListPainter::DrawNodePictures(OffScreenDC &dc, const lsNode &row,
 // --- Headers ------------------------------------------------------------------------------------
 
 void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
-    // Every header row is painted on every frame: the marks start afresh, or the collection would
+    layoutHeaders(headers);
+    paintLaidOutHeaders(dc, headers);
+}
+
+void TreeListPainter::layoutHeaders(lsNodes &headers) const {
+    // Every header row is placed on every frame: the marks start afresh, or the collection would
     // remember each header row it ever had (and keep its memory from being given back).
     headers.ClearDisplayed();
     for (lsNodePtr row = headers.SetFirstNode(); row; row = headers.GetNextNode(true)) {
@@ -319,6 +341,12 @@ void TreeListPainter::paintHeaders(OffScreenDC &dc, lsNodes &headers) const {
             cell->setHeight(m_ctx.rowHeight);
             cell->setXoffset(0);
         }
+    }
+}
+
+void TreeListPainter::paintLaidOutHeaders(OffScreenDC &dc, lsNodes &headers) const {
+    for (lsNodePtr row = headers.SetFirstNode(); row; row = headers.GetNextNode(true)) {
+        const lsCells &cells = row->borrowCells();
         for (qint32 c = 1; c <= m_ctx.columns; ++c) {
             lsCell *cell = cells.cell(c);
             if (cell && cell->Visible())

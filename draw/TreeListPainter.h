@@ -49,6 +49,12 @@ public:
     // Lays out and paints every shown row in three passes (cells, lines, pictures).
     RowPaintResult paintRows(OffScreenDC &dc, lsNodes &rows, lsIdent &ident,
                              qint32 widestText) const;
+    // The layout half of paintRows: which rows are shown, their Displayed flags, their cells'
+    // places and the first cell's text offset. `widestText` of the result is 0.
+    RowPaintResult layoutRows(lsNodes &rows, lsIdent &ident) const;
+    // The painting half: the rows a layout showed, in the same three passes.
+    void paintLaidOutRows(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
+                          const std::vector<lsNodePtr> &shown, qint32 &widestText) const;
     // Paints shown[from, to) again over a frame of `shown`: cells, every shown row's lines,
     // pictures. The caller clears their lines and clips the surface to them.
     void repaintRows(OffScreenDC &dc, const lsNodes &rows, lsIdent &ident,
@@ -58,6 +64,9 @@ public:
     void placeRow(lsNodes &rows, const lsNodePtr &row, qint32 line) const;
     // Places and paints the header rows over the first lines.
     void paintHeaders(OffScreenDC &dc, lsNodes &headers) const;
+    // The two halves of paintHeaders.
+    void layoutHeaders(lsNodes &headers) const;
+    void paintLaidOutHeaders(OffScreenDC &dc, lsNodes &headers) const;
 
     // Paints one shown row: its cells in the selection look and its node line. `ident` must be
     // refreshed for the row.

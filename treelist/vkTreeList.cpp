@@ -346,6 +346,8 @@ void vkTreeList::setAppearance(qint32 value) {
 }
 
 void vkTreeList::setAutoRedraw(bool value) {
+    // Turned off, the control keeps showing the frame of its last repaint.
+    settlePixels();
     m_autoRedraw = value;
     notify("AutoRedraw");
     if (value)
@@ -357,6 +359,8 @@ OleColor vkTreeList::BackColor() const {
 }
 
 void vkTreeList::setBackColor(OleColor value) {
+    // No repaint follows: the frame shows the look of the last repaint.
+    settlePixels();
     m_picOut->setBackColor(value);
     notify("BackColor");
 }
@@ -367,6 +371,8 @@ void vkTreeList::setEditMode(qint32 value) {
 }
 
 void vkTreeList::setFocusType(qint32 value) {
+    // No repaint follows: the frame shows the look of the last repaint.
+    settlePixels();
     m_focusType = value;
     notify("FocusType");
 }
@@ -378,6 +384,7 @@ StdFontPtr vkTreeList::Font() const {
 void vkTreeList::setFont(const StdFontPtr &font) {
     if (!font)
         throw TreeListError(TreeListError::TypeMismatch);
+    settlePixels();
     m_picOut->setFont(font);
     notify("Font");
 }
@@ -387,11 +394,15 @@ OleColor vkTreeList::ForeColor() const {
 }
 
 void vkTreeList::setForeColor(OleColor value) {
+    // No repaint follows: the frame shows the look of the last repaint.
+    settlePixels();
     m_picOut->setForeColor(value);
     notify("ForeColor");
 }
 
 void vkTreeList::setImageList(const lsImageListPtr &list) {
+    // No repaint follows: the frame shows the look of the last repaint.
+    settlePixels();
     m_imageList = list;
     notify("ImageList");
 }
@@ -428,6 +439,8 @@ void vkTreeList::setRowHeight(qint32 value) {
 }
 
 void vkTreeList::setMultiSelect(bool value) {
+    // No repaint follows: the frame shows the look of the last repaint.
+    settlePixels();
     m_multiSelect = value;
     notify("MultiSelect");
 }

@@ -245,8 +245,8 @@ public:
     Q_INVOKABLE void Refresh(bool Clear = false);
     // "Returns the time was necessary to redraw the control." (seconds).
     float ReDrawTime() const { return m_redrawTime; }
-    // The composed frame (null before the first one).
-    const OffScreenDC *surface() const { return m_surface.get(); }
+    // The composed frame (null before the first one); a repaint's pixels are composed first.
+    const OffScreenDC *surface();
     // Index of the last row painted in the last frame.
     qint32 LastPaintedRow() const { return m_lastPaintedRow; }
 
@@ -451,11 +451,17 @@ private:
 
     // Painting
     void RedrawFrame(bool keepIfUnchanged);
+    void composeFrame();
+    // Composes the pixels a repaint left for Qt's next paint, before something that no repaint
+    // follows changes what they would show.
+    void settlePixels();
     void storeRedrawTime(float start);
     std::unique_ptr<OffScreenDC> newSurface();
     void paintFrame(OffScreenDC &dc);
-    // Paints rows and headers; true when the bar layout that ends it moved the view.
-    bool paintLayers(OffScreenDC &dc);
+    // Lays out rows and headers (`shown`: the rows on screen), again when the bars moved the view.
+    void layoutFrame(std::vector<lsNodePtr> &shown);
+    // Lays them out once; true when the bar layout that ends it moved the view.
+    bool layoutLayers(std::vector<lsNodePtr> &shown);
 
     // What a composed frame was drawn from besides the rows and cells (whose changes TreeEdits
     // counts): while none of it changed, the frame shown is still the one a repaint would give.
@@ -543,9 +549,12 @@ private:
     qint32 m_widestText = 0;
     std::optional<std::pair<BarLayout, BarStates>> m_barLayout; // of the last full bar layout
     std::optional<FrameInputs> m_frameInputs; // of the frame shown; none while it may be stale
-    quint64 m_frameEdits = 0;                 // TreeEdits::count() when it was last known right
-    qint32 m_shownRows = 0;                   // rows it shows
-    qint32 m_lastShownRow = 0;                // Index of its last row, 0 for none
+    bool m_pixelsPending = false;             // laid out, not yet composed
+    // What the last layout was made from: the frame's inputs and TreeEdits::count() after it.
+    std::optional<std::pair<FrameInputs, quint64>> m_laidOut;
+    quint64 m_frameEdits = 0;  // TreeEdits::count() when it was last known right
+    qint32 m_shownRows = 0;    // rows it shows
+    qint32 m_lastShownRow = 0; // Index of its last row, 0 for none
     bool m_terminated = false;
     bool m_ownEnabled = true; // the last Enabled told to the host
 };

@@ -280,24 +280,56 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
     if (!m_surface)
         m_surface = newSurface();
     if (m_autoRedraw) {
-        if (!keepIfUnchanged ||
-            m_surface->HasChanged(m_picOut->ScaleWidth(), m_picOut->ScaleHeight())) {
-            // Composed aside and kept only when whole: a frame that fails half-way leaves the
-            // last good one in place.
+        if (!keepIfUnchanged) {
+            // What a host reads of the view (Displayed, the cells' places, the bars, Scroll) is
+            // decided now; the pixels are composed once, when Qt next paints the control or the
+            // frame is asked for, so that repaints in a row cost one frame between them. A layout
+            // of rows and settings that did not change since the last one would give the same
+            // (while editing, the bars are left as they are: the layout is not the same).
+            if (m_editing || !m_laidOut || !(m_laidOut->first == frameInputs()) ||
+                m_laidOut->second != TreeEdits::count()) {
+                std::vector<lsNodePtr> shown;
+                layoutFrame(shown);
+                m_laidOut = {frameInputs(), TreeEdits::count()};
+            }
             m_frameInputs.reset();
-            std::unique_ptr<OffScreenDC> frame = newSurface();
-            paintFrame(*frame);
-            m_spareSurface = std::move(m_surface);
-            m_surface = std::move(frame);
-            // A frame whose scroll bars took or gave back a line as it ended is what a repaint
-            // gives only from the next one on. (Without rows nothing counted the lines.)
-            if (m_rows->Count() == 0 || fittingLineCount() == m_visibleLineCount)
-                m_frameInputs = frameInputs();
-            m_frameEdits = TreeEdits::count();
+            m_pixelsPending = true;
+            m_picOut->update();
+            storeRedrawTime(start);
+            return;
         }
+        if (m_pixelsPending ||
+            m_surface->HasChanged(m_picOut->ScaleWidth(), m_picOut->ScaleHeight()))
+            composeFrame();
     }
     showSurface();
     storeRedrawTime(start);
+}
+
+void vkTreeList::composeFrame() {
+    // A frame that fails is not tried again at every paint: the last good one stays in place.
+    m_pixelsPending = false;
+    // Composed aside and kept only when whole.
+    m_frameInputs.reset();
+    std::unique_ptr<OffScreenDC> frame = newSurface();
+    paintFrame(*frame);
+    m_spareSurface = std::move(m_surface);
+    m_surface = std::move(frame);
+    // A frame whose scroll bars took or gave back a line as it ended is what a repaint gives only
+    // from the next one on. (Without rows nothing counted the lines.)
+    if (m_rows->Count() == 0 || fittingLineCount() == m_visibleLineCount)
+        m_frameInputs = frameInputs();
+    m_frameEdits = TreeEdits::count();
+}
+
+void vkTreeList::settlePixels() {
+    if (m_pixelsPending && m_autoRedraw)
+        RedrawFrame(true);
+}
+
+const OffScreenDC *vkTreeList::surface() {
+    settlePixels();
+    return m_surface.get();
 }
 
 void vkTreeList::storeRedrawTime(float start) {
@@ -326,21 +358,30 @@ PaintContext vkTreeList::paintContext() {
 }
 
 void vkTreeList::paintFrame(OffScreenDC &dc) {
-    // The layout that ends the row pass may bring the horizontal bar in or take it away (and the
-    // offset with it), or move the view with a bar whose range shrank. The frame must show what
-    // the layout decided, or the rows would stay shifted out of a view that has no bar left to
-    // scroll them back, or a line would be drawn under the bar: paint once more.
-    if (paintLayers(dc)) {
-        dc.Clear(m_picOut->BackColor(), m_picOut->ForeColor());
-        paintLayers(dc);
-    }
-}
-
-bool vkTreeList::paintLayers(OffScreenDC &dc) {
+    std::vector<lsNodePtr> shown;
+    layoutFrame(shown);
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
     // Rows and headers scroll sideways together.
     dc.setOriginX(m_horizontalOffset);
+    painter.paintLaidOutRows(dc, *m_rows, *m_ident, shown, m_widestText);
+    painter.paintLaidOutHeaders(dc, *m_headers);
+    dc.setOriginX(0);
+}
+
+void vkTreeList::layoutFrame(std::vector<lsNodePtr> &shown) {
+    // The bar layout that ends the row layout may bring the horizontal bar in or take it away
+    // (and the offset with it), or move the view with a bar whose range shrank. The frame must
+    // show what the layout decided, or the rows would stay shifted out of a view that has no bar
+    // left to scroll them back, or a line would be drawn under the bar: lay out once more.
+    if (layoutLayers(shown))
+        layoutLayers(shown);
+}
+
+bool vkTreeList::layoutLayers(std::vector<lsNodePtr> &shown) {
     m_shownRows = 0;
     m_lastShownRow = 0;
+    shown.clear();
     bool moved = false;
     if (m_rows->Count() > 0) {
         if (m_firstDisplayedRow < 1)
@@ -348,13 +389,12 @@ bool vkTreeList::paintLayers(OffScreenDC &dc) {
         lineCapacity();
         keepFirstRowReachable();
         const PaintContext ctx = paintContext();
-        const RowPaintResult painted =
-            TreeListPainter(ctx).paintRows(dc, *m_rows, *m_ident, m_widestText);
-        if (painted.lastPaintedRow > 0)
-            m_lastPaintedRow = painted.lastPaintedRow;
-        m_widestText = painted.widestText;
-        m_shownRows = painted.painted;
-        m_lastShownRow = painted.lastPaintedRow;
+        RowPaintResult laid = TreeListPainter(ctx).layoutRows(*m_rows, *m_ident);
+        if (laid.lastPaintedRow > 0)
+            m_lastPaintedRow = laid.lastPaintedRow;
+        m_shownRows = laid.painted;
+        m_lastShownRow = laid.lastPaintedRow;
+        shown = std::move(laid.shown);
         const qint32 offset = m_horizontalOffset;
         const qint16 first = m_firstDisplayedRow;
         layoutScrollBars();
@@ -363,14 +403,22 @@ bool vkTreeList::paintLayers(OffScreenDC &dc) {
                 fittingLineCount() != m_visibleLineCount;
     }
     const PaintContext ctx = paintContext();
-    TreeListPainter(ctx).paintHeaders(dc, *m_headers);
-    dc.setOriginX(0);
+    TreeListPainter(ctx).layoutHeaders(*m_headers);
     return moved;
 }
 
 void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
     if (!m_surface || !m_autoRedraw)
         return;
+    if (m_pixelsPending) {
+        // The frame about to be composed shows the row as it is now; its first cell's text
+        // offset, which a host reads, follows the row at once.
+        if (lsCell *first = header ? nullptr : row->borrowCells().cell(1)) {
+            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+            first->setXoffset(m_ident->TextX());
+        }
+        return;
+    }
     // A data row is painted again as a frame paints its line: the lines of the rows around it
     // and its own pictures cross its cells and would be lost if only the cells were painted.
     std::vector<lsNodePtr> shown;
