@@ -4,6 +4,7 @@
 #include "IndexKey.h"
 #include "TreeListError.h"
 
+#include <array>
 #include <cmath>
 
 namespace {
@@ -49,12 +50,27 @@ RowPaintResult TreeListPainter::layoutRows(lsNodes &rows, lsIdent &ident) const 
     qint32 line = m_ctx.headers;
     const qint32 end = m_ctx.headers + m_ctx.visibleLineCount;
     qint32 rank = rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
+    // Rows of one level without an icon of their own start their text at the same place (the
+    // built-in picture's width after the indentation, far from any overflow at these levels):
+    // it is measured once a layout.
+    constexpr qint32 kRememberedLevels = 64;
+    std::array<qint32, kRememberedLevels> plainTextX;
+    plainTextX.fill(-1);
     for (lsNodePtr row; line < end && (row = rows.VisibleRowAt(rank)); ++rank) {
         placeRow(rows, row, line);
         // The first column's text starts after the tree part.
         if (lsCell *first = row->borrowCells().cell(1)) {
-            ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
-            first->setXoffset(ident.TextX());
+            const qint32 level = row->IdentLevel();
+            const bool plain =
+                level >= 0 && level < kRememberedLevels && isEmptyText(first->Icon());
+            if (plain && plainTextX[size_t(level)] >= 0) {
+                first->setXoffset(plainTextX[size_t(level)]);
+            } else {
+                ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+                first->setXoffset(ident.TextX());
+                if (plain)
+                    plainTextX[size_t(level)] = ident.TextX();
+            }
         }
         result.lastPaintedRow = row->Index();
         result.shown.push_back(row);
