@@ -477,6 +477,9 @@ private:
     };
     FrameInputs frameInputs();
     bool rowsUnchangedSinceFrame() const;
+    // Nothing changed on screen by what the caller did: the frame (or the pending layout) still
+    // stands for the rows as they are.
+    void keepFrameCurrent();
     bool keepFrameAfterAdd(const lsNodePtr &row);
     bool rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown);
     // The rows the frame shows, top to bottom, then `landing` (when given) on the next line;

@@ -324,7 +324,7 @@ void vkTreeList::selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint
         inPlace = inPlace && repaintLineInPlace(previous);
     inPlace = inPlace && repaintLineInPlace(row);
     if (inPlace)
-        m_frameEdits = TreeEdits::count();
+        keepFrameCurrent();
     else
         RedrawFrame(false);
 }

@@ -239,7 +239,7 @@ void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
         if (!(frameWasCurrent && repaintCellInPlace(row, CellProperty)))
             repaintRow(row, false);
     } else if (frameWasCurrent)
-        m_frameEdits = TreeEdits::count(); // a row off screen: the frame still shows the same
+        keepFrameCurrent(); // a row off screen: the frame still shows the same
 }
 
 QVariant vkTreeList::HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const {

@@ -486,8 +486,20 @@ vkTreeList::FrameInputs vkTreeList::frameInputs() {
 
 bool vkTreeList::rowsUnchangedSinceFrame() const {
     // The rest of what the frame was drawn from (FrameInputs) is compared where the frame is
-    // kept; a change there only needs noticing then.
-    return m_autoRedraw && m_surface && m_frameInputs && TreeEdits::count() == m_frameEdits;
+    // kept; a change there only needs noticing then. While the pixels wait for Qt's paint, the
+    // frame is the last layout.
+    if (!m_autoRedraw || !m_surface)
+        return false;
+    if (m_pixelsPending)
+        return m_laidOut && TreeEdits::count() == m_laidOut->second;
+    return m_frameInputs && TreeEdits::count() == m_frameEdits;
+}
+
+void vkTreeList::keepFrameCurrent() {
+    if (!m_pixelsPending)
+        m_frameEdits = TreeEdits::count();
+    else if (m_laidOut)
+        m_laidOut->second = TreeEdits::count();
 }
 
 bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
@@ -528,12 +540,15 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     // grows at most (the lines that fit and the first row shown stay as they are) and the scroll
     // bars take it in; should the horizontal bar come or go, the lines that fit change after all
     // and the frame is composed.
-    if (!(frameInputs() == *m_frameInputs))
+    if (!(frameInputs() == (m_pixelsPending ? m_laidOut->first : *m_frameInputs)))
         return false;
     // Which lines change was worked out for lines that cover one another whatever their order:
-    // dotted ones paint their gaps too.
+    // dotted ones paint their gaps too. Pixels left to Qt's paint are not painted here at all.
     std::vector<lsNodePtr> shown;
-    if (from && (m_lineStyle == lsLineDotted || !rowsShownInPlace(lands ? row : nullptr, shown)))
+    const lsNodePtr landing = lands ? row : nullptr;
+    if (from &&
+        (m_pixelsPending ? !collectShownRows(landing, shown)
+                         : m_lineStyle == lsLineDotted || !rowsShownInPlace(landing, shown)))
         return false;
     const auto fromLine = std::find(shown.begin(), shown.end(), from);
     if (from && fromLine == shown.end())
@@ -545,7 +560,7 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
         return false;
     if (from)
         repaintShownRows(shown, size_t(fromLine - shown.begin()), shown.size(), lands);
-    m_frameEdits = TreeEdits::count();
+    keepFrameCurrent();
     // Nothing or a few rows were drawn. The timer, single precision seconds since midnight, does
     // not resolve the microseconds this took (late in the day not even milliseconds): it reads 0.
     m_redrawTime = 0;
@@ -579,6 +594,20 @@ void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t fr
                                   bool landed) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
+    if (m_pixelsPending) {
+        // Qt's next paint composes the whole frame: only the row that lands is laid out here.
+        if (landed) {
+            painter.placeRow(*m_rows, shown.back(), Headers() + m_shownRows);
+            if (lsCell *first = shown.back()->borrowCells().cell(1)) {
+                m_ident->Refresh(shown.back(), m_rowHeight, m_imageList.get(), m_picOut);
+                first->setXoffset(m_ident->TextX());
+            }
+            m_shownRows += 1;
+            m_lastShownRow = shown.back()->Index();
+            m_lastPaintedRow = m_lastShownRow;
+        }
+        return;
+    }
     // The lines of the rows from `from` up to `to`. Below the last row shown only lines are
     // drawn, and only those that run on to the bottom edge; while the view is not full, every
     // visible row they could lead to is shown and none does.
@@ -641,7 +670,7 @@ bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
     }
     if (!repaintLineInPlace(row))
         return false;
-    m_frameEdits = TreeEdits::count();
+    keepFrameCurrent();
     return true;
 }
 
