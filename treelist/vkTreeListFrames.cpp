@@ -1,0 +1,237 @@
+// vkTreeList: frames kept over repaints that cannot change them, and lines painted again in
+// place over a kept frame.
+
+#include "vkTreeList.h"
+
+#include "PictureBox.h"
+#include "TreeListPainter.h"
+
+#include <QScopeGuard>
+#include <QScrollBar>
+#include <algorithm>
+
+vkTreeList::FrameInputs vkTreeList::frameInputs() {
+    const lsImageList *images = m_imageList.get();
+    return {m_picOut->ScaleWidth(),
+            m_picOut->ScaleHeight(),
+            m_horizontalOffset,
+            m_rowHeight,
+            m_columns,
+            m_lineStyle,
+            m_focusType,
+            Headers(),
+            m_firstDisplayedRow,
+            m_visibleLineCount,
+            m_hasFocus,
+            m_multiSelect,
+            m_picOut->BackColor(),
+            m_picOut->ForeColor(),
+            m_picOut->Font()->qfont(),
+            images,
+            images ? images->Count() : 0};
+}
+
+bool vkTreeList::rowsUnchangedSinceFrame() const {
+    // The rest of what the frame was drawn from (FrameInputs) is compared where the frame is
+    // kept; a change there only needs noticing then. While the pixels wait for Qt's paint, the
+    // frame is the last layout.
+    if (!m_autoRedraw || !m_surface)
+        return false;
+    if (m_pixelsPending)
+        return m_laidOut && TreeEdits::count() == m_laidOut->second;
+    return m_frameInputs && TreeEdits::count() == m_frameEdits;
+}
+
+void vkTreeList::keepFrameCurrent() {
+    if (!m_pixelsPending)
+        m_frameEdits = TreeEdits::count();
+    else if (m_laidOut)
+        m_laidOut->second = TreeEdits::count();
+}
+
+bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
+    // No row had changed since the frame before `row` was added. A row added after every row
+    // shown moves none of them. What it changes on screen starts at one row shown (`from`), and
+    // that row's line and every line below it are painted again in place:
+    //  - it lands on the first free line of a view that is not full (the view then shows every
+    //    visible row after its first one, so it is the last visible row): the line of its previous
+    //    sibling, or of its parent when it is the first child, runs on to it;
+    //  - it becomes the last sibling after one shown: that line runs on to the bottom edge;
+    //  - it is the first child of a row shown: a box appears there (and when the row is open, its
+    //    line runs on to the bottom edge).
+    // Anything else below the rows shown changes nothing on screen. The line of a previous sibling
+    // above the view that runs on crosses the whole view: the frame is composed.
+    if (row->Index() <= m_lastShownRow)
+        return false;
+    const bool viewFull = m_shownRows > 0 && m_shownRows >= m_visibleLineCount;
+    const lsNodePtr previous = row->PrevSibling();
+    const lsNodePtr parent = row->Parent();
+    const bool last = !row->NextSibling();
+    const bool lands = !viewFull && row->Visible();
+    lsNodePtr from;
+    if (lands) {
+        if (m_shownRows == 0 || !last)
+            return false;
+        from = previous ? previous : parent;
+        if (!from || !from->Displayed())
+            return false;
+    } else if (previous && last &&
+               (previous->Displayed() || previous->Index() < m_firstDisplayedRow)) {
+        if (!previous->Displayed())
+            return false;
+        from = previous;
+    } else if (!previous && last && parent && parent->Displayed()) {
+        from = parent;
+    }
+    // Nothing else the frame was drawn from may have changed. Then the count of displayed rows
+    // grows at most (the lines that fit and the first row shown stay as they are) and the scroll
+    // bars take it in; should the horizontal bar come or go, the lines that fit change after all
+    // and the frame is composed.
+    if (!(frameInputs() == (m_pixelsPending ? m_laidOut->first : *m_frameInputs)))
+        return false;
+    // Which lines change was worked out for lines that cover one another whatever their order:
+    // dotted ones paint their gaps too. Pixels left to Qt's paint are not painted here at all.
+    std::vector<lsNodePtr> shown;
+    const lsNodePtr landing = lands ? row : nullptr;
+    if (from &&
+        (m_pixelsPending ? !collectShownRows(landing, shown)
+                         : m_lineStyle == lsLineDotted || !rowsShownInPlace(landing, shown)))
+        return false;
+    const auto fromLine = std::find(shown.begin(), shown.end(), from);
+    if (from && fromLine == shown.end())
+        return false;
+    const bool horizontalBar = !m_scrX->isHidden();
+    m_displayedRowCount = displayedRowCount();
+    layoutScrollBars();
+    if (m_scrX->isHidden() == horizontalBar)
+        return false;
+    if (from)
+        repaintShownRows(shown, size_t(fromLine - shown.begin()), shown.size(), lands);
+    keepFrameCurrent();
+    // Nothing or a few rows were drawn. The timer, single precision seconds since midnight, does
+    // not resolve the microseconds this took (late in the day not even milliseconds): it reads 0.
+    m_redrawTime = 0;
+    return true;
+}
+
+bool vkTreeList::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
+    // Lines painted again show what a frame shows there only while nothing drawn for a row
+    // reaches past its own line: no image list, whose pictures may be taller than a row.
+    if (m_imageList || m_rowHeight < 16)
+        return false;
+    return collectShownRows(landing, shown);
+}
+
+bool vkTreeList::collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
+    // The rows the frame showed, found as it found them, and the row that lands after them.
+    const qint32 count = m_shownRows + (landing ? 1 : 0);
+    const qint32 first =
+        m_rows->VisibleRowsUpTo(std::min<qint32>(m_firstDisplayedRow - 1, m_rows->Count())) + 1;
+    shown.reserve(size_t(count));
+    for (qint32 rank = first; rank < first + count; ++rank) {
+        lsNodePtr row = m_rows->VisibleRowAt(rank);
+        if (!row)
+            return false;
+        shown.push_back(std::move(row));
+    }
+    return !landing || shown.back() == landing;
+}
+
+void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to,
+                                  bool landed) {
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
+    if (m_pixelsPending) {
+        // Qt's next paint composes the whole frame: only the row that lands is laid out here.
+        if (landed) {
+            painter.placeRow(*m_rows, shown.back(), Headers() + m_shownRows);
+            if (lsCell *first = shown.back()->borrowCells().cell(1)) {
+                m_ident->Refresh(shown.back(), m_rowHeight, m_imageList.get(), m_picOut);
+                first->setXoffset(m_ident->TextX());
+            }
+            m_shownRows += 1;
+            m_lastShownRow = shown.back()->Index();
+            m_lastPaintedRow = m_lastShownRow;
+        }
+        return;
+    }
+    // The lines of the rows from `from` up to `to`. Below the last row shown only lines are
+    // drawn, and only those that run on to the bottom edge; while the view is not full, every
+    // visible row they could lead to is shown and none does.
+    const qint32 top = (Headers() + qint32(from)) * m_rowHeight;
+    const bool full = qint32(shown.size()) >= m_visibleLineCount;
+    const qint32 bottom =
+        to < shown.size() || !full ? (Headers() + qint32(to)) * m_rowHeight : m_surface->Height();
+    {
+        // As in repaintRow, the screen lets go of the shared raster while it is painted.
+        QImage *screen = m_picOut->screenImage();
+        const bool shared =
+            !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
+        if (shared)
+            *screen = QImage();
+        const auto giveBack = qScopeGuard([&] {
+            m_surface->ClearClip();
+            m_surface->setOriginX(0);
+            if (shared)
+                *screen = *m_surface->hDC();
+        });
+        try {
+            // Cleared to the background the frame started from.
+            m_surface->SetClipRows(top, bottom);
+            m_surface->setOriginX(0);
+            m_surface->DrawRect(0, top, m_surface->Width(), bottom - top, m_picOut->BackColor(),
+                                m_picOut->ForeColor());
+            m_surface->setOriginX(m_horizontalOffset);
+            if (landed)
+                painter.placeRow(*m_rows, shown.back(), Headers() + m_shownRows);
+            painter.repaintRows(*m_surface, *m_rows, *m_ident, shown, from, to, m_widestText);
+        } catch (...) {
+            // Half painted: no longer the frame a repaint would give.
+            m_frameInputs.reset();
+            throw;
+        }
+    }
+    if (landed) {
+        m_shownRows += 1;
+        m_lastShownRow = shown.back()->Index();
+        m_lastPaintedRow = m_lastShownRow;
+    }
+    showSurface();
+}
+
+bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
+    // Properties that change nothing but how the cell itself looks. Its row's line is painted
+    // again as a frame paints it, lines and pictures over the cell included, so the frame stays
+    // the one a repaint would give. Geometry and pictures may reach other lines: not these.
+    switch (property) {
+    case lslcAlignment:
+    case lslcBold:
+    case lslcData:
+    case lslcTag:
+    case lslcForeColor:
+    case lslcbackColor:
+    case lsLCSelected:
+        break;
+    default:
+        return false;
+    }
+    if (!repaintLineInPlace(row))
+        return false;
+    keepFrameCurrent();
+    return true;
+}
+
+bool vkTreeList::repaintLineInPlace(const lsNodePtr &row) {
+    // The caller knows the frame was current before it changed how `row` looks, and nothing else.
+    if (!m_frameInputs || !(frameInputs() == *m_frameInputs))
+        return false;
+    std::vector<lsNodePtr> shown;
+    if (!rowsShownInPlace(nullptr, shown))
+        return false;
+    const auto line = std::find(shown.begin(), shown.end(), row);
+    if (line == shown.end())
+        return false;
+    const size_t from = size_t(line - shown.begin());
+    repaintShownRows(shown, from, from + 1, false);
+    return true;
+}

@@ -1,0 +1,215 @@
+// vkTreeList: repaints. A repaint lays the view out at once and leaves the pixels to Qt's next
+// paint; the frame is composed whole, off screen, and shared with the drawing child.
+
+#include "vkTreeList.h"
+
+#include "PictureBox.h"
+#include "SystemTimer.h"
+#include "TreeListPainter.h"
+
+#include <QScopeGuard>
+
+void vkTreeList::Refresh(bool Clear) {
+    if (Clear)
+        m_picOut->Cls();
+    RedrawFrame(false);
+}
+
+std::unique_ptr<OffScreenDC> vkTreeList::newSurface() {
+    // The surface of the frame before last is free again: it becomes the new one, which spares
+    // allocating and clearing fresh memory for every frame.
+    std::unique_ptr<OffScreenDC> dc =
+        m_spareSurface ? std::move(m_spareSurface) : std::make_unique<OffScreenDC>();
+    dc->setOriginX(0);
+    dc->Initialize(m_picOut->screenImage(), m_picOut->ScaleWidth(), m_picOut->ScaleHeight(),
+                   m_picOut->BackColor(), m_picOut->ForeColor(), m_picOut->Font());
+    return dc;
+}
+
+void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
+    if (!m_rows)
+        return;
+    const float start = secondsSinceMidnight();
+    if (!m_surface)
+        m_surface = newSurface();
+    if (m_autoRedraw) {
+        if (!keepIfUnchanged) {
+            // What a host reads of the view (Displayed, the cells' places, the bars, Scroll) is
+            // decided now; the pixels are composed once, when Qt next paints the control or the
+            // frame is asked for, so that repaints in a row cost one frame between them. A layout
+            // of rows and settings that did not change since the last one would give the same
+            // (while editing, the bars are left as they are: the layout is not the same).
+            if (m_editing || !m_laidOut || !(m_laidOut->first == frameInputs()) ||
+                m_laidOut->second != TreeEdits::count()) {
+                std::vector<lsNodePtr> shown;
+                layoutFrame(shown);
+                m_laidOut = {frameInputs(), TreeEdits::count()};
+            }
+            m_frameInputs.reset();
+            m_pixelsPending = true;
+            m_picOut->update();
+            storeRedrawTime(start);
+            return;
+        }
+        if (m_pixelsPending ||
+            m_surface->HasChanged(m_picOut->ScaleWidth(), m_picOut->ScaleHeight()))
+            composeFrame();
+    }
+    showSurface();
+    storeRedrawTime(start);
+}
+
+void vkTreeList::composeFrame() {
+    // A frame that fails is not tried again at every paint: the last good one stays in place.
+    m_pixelsPending = false;
+    // Composed aside and kept only when whole.
+    m_frameInputs.reset();
+    std::unique_ptr<OffScreenDC> frame = newSurface();
+    paintFrame(*frame);
+    m_spareSurface = std::move(m_surface);
+    m_surface = std::move(frame);
+    // A frame whose scroll bars took or gave back a line as it ended is what a repaint gives only
+    // from the next one on. (Without rows nothing counted the lines.)
+    if (m_rows->Count() == 0 || fittingLineCount() == m_visibleLineCount)
+        m_frameInputs = frameInputs();
+    m_frameEdits = TreeEdits::count();
+}
+
+void vkTreeList::settlePixels() {
+    if (m_pixelsPending && m_autoRedraw)
+        RedrawFrame(true);
+}
+
+const OffScreenDC *vkTreeList::surface() {
+    settlePixels();
+    return m_surface.get();
+}
+
+void vkTreeList::storeRedrawTime(float start) {
+    const float elapsed = secondsSinceMidnight() - start;
+    // Past midnight the stored time is the start plus one day, as it always was.
+    m_redrawTime = elapsed < 0 ? start + 86400.0f : elapsed;
+}
+
+PaintContext vkTreeList::paintContext() {
+    PaintContext ctx;
+    ctx.rowHeight = m_rowHeight;
+    ctx.columns = m_columns;
+    ctx.lineStyle = m_lineStyle;
+    ctx.focusType = m_focusType;
+    ctx.hasFocus = m_hasFocus;
+    ctx.multiSelect = m_multiSelect;
+    ctx.headers = Headers();
+    ctx.firstDisplayedRow = m_firstDisplayedRow;
+    ctx.visibleLineCount = m_visibleLineCount;
+    ctx.scaleHeight = m_picOut->ScaleHeight();
+    ctx.gapColor = m_picOut->BackColor();
+    ctx.imageList = m_imageList.get();
+    ctx.scale = m_picOut;
+    ctx.pictures = &m_pictures;
+    return ctx;
+}
+
+void vkTreeList::paintFrame(OffScreenDC &dc) {
+    std::vector<lsNodePtr> shown;
+    layoutFrame(shown);
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
+    // Rows and headers scroll sideways together.
+    dc.setOriginX(m_horizontalOffset);
+    painter.paintLaidOutRows(dc, *m_rows, *m_ident, shown, m_widestText);
+    painter.paintLaidOutHeaders(dc, *m_headers);
+    dc.setOriginX(0);
+}
+
+void vkTreeList::layoutFrame(std::vector<lsNodePtr> &shown) {
+    // The bar layout that ends the row layout may bring the horizontal bar in or take it away
+    // (and the offset with it), or move the view with a bar whose range shrank. The frame must
+    // show what the layout decided, or the rows would stay shifted out of a view that has no bar
+    // left to scroll them back, or a line would be drawn under the bar: lay out once more.
+    if (layoutLayers(shown))
+        layoutLayers(shown);
+}
+
+bool vkTreeList::layoutLayers(std::vector<lsNodePtr> &shown) {
+    m_shownRows = 0;
+    m_lastShownRow = 0;
+    shown.clear();
+    bool moved = false;
+    if (m_rows->Count() > 0) {
+        if (m_firstDisplayedRow < 1)
+            m_firstDisplayedRow = 1;
+        lineCapacity();
+        keepFirstRowReachable();
+        const PaintContext ctx = paintContext();
+        RowPaintResult laid = TreeListPainter(ctx).layoutRows(*m_rows, *m_ident);
+        if (laid.lastPaintedRow > 0)
+            m_lastPaintedRow = laid.lastPaintedRow;
+        m_shownRows = laid.painted;
+        m_lastShownRow = laid.lastPaintedRow;
+        shown = std::move(laid.shown);
+        const qint32 offset = m_horizontalOffset;
+        const qint16 first = m_firstDisplayedRow;
+        layoutScrollBars();
+        // A horizontal bar that came or went also changed the lines that fit.
+        moved = m_horizontalOffset != offset || m_firstDisplayedRow != first ||
+                fittingLineCount() != m_visibleLineCount;
+    }
+    const PaintContext ctx = paintContext();
+    TreeListPainter(ctx).layoutHeaders(*m_headers);
+    return moved;
+}
+
+void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
+    if (!m_surface || !m_autoRedraw)
+        return;
+    if (m_pixelsPending) {
+        // The frame about to be composed shows the row as it is now; its first cell's text
+        // offset, which a host reads, follows the row at once.
+        if (lsCell *first = header ? nullptr : row->borrowCells().cell(1)) {
+            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+            first->setXoffset(m_ident->TextX());
+        }
+        return;
+    }
+    // A data row is painted again as a frame paints its line: the lines of the rows around it
+    // and its own pictures cross its cells and would be lost if only the cells were painted.
+    std::vector<lsNodePtr> shown;
+    if (!header && collectShownRows(nullptr, shown)) {
+        const auto line = std::find(shown.begin(), shown.end(), row);
+        if (line != shown.end()) {
+            const size_t from = size_t(line - shown.begin());
+            repaintShownRows(shown, from, from + 1, false);
+            return;
+        }
+    }
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
+    // The screen shares the frame's raster, and painting into a shared raster would copy all of it
+    // first. The screen lets go of it while the row is painted and takes it back afterwards (also
+    // when painting fails), so the row is drawn in place.
+    QImage *screen = m_picOut->screenImage();
+    const bool shared = !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
+    if (shared)
+        *screen = QImage();
+    const auto giveBack = qScopeGuard([&] {
+        m_surface->setOriginX(0);
+        if (shared)
+            *screen = *m_surface->hDC();
+    });
+    m_surface->setOriginX(m_horizontalOffset);
+    if (header) {
+        for (const lsCellPtr &cell : *row->Cells())
+            if (cell->Visible())
+                painter.PaintCell(*m_surface, *cell, 0);
+    } else {
+        m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+        painter.paintRow(*m_surface, *m_rows, *row, *m_ident);
+    }
+    showSurface();
+}
+
+void vkTreeList::showSurface() {
+    m_surface->BlastToScreen();
+    m_picOut->showFrame();
+}
