@@ -57,22 +57,34 @@ void vkTreeList::checkCellCount(qint64 rows, qint64 columns) {
 qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
                            const QString &Text, const QVariant &Image) {
     checkCellCount(qint64(m_rows->Count()) + m_headers->Count() + 1, m_columns);
-    // Adding rows one by one below the view must not cost a frame each when none shows them.
-    const bool frameWasCurrent = !m_autoSelectNew && rowsUnchangedSinceFrame();
+    // Adding rows one by one below the view must not cost a frame each when none shows them. A
+    // selection changes how rows look, not where they lie: while the pixels wait for Qt's paint,
+    // the new row's selection leaves the layout to the add.
+    const bool frameWasCurrent = (!m_autoSelectNew || m_pixelsPending) && rowsUnchangedSinceFrame();
     const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
     if (!node)
         return -1;
     CreateRowCells(node, Text, Image, m_picOut->ForeColor(), m_picOut->BackColor(),
                    static_cast<qint32>(Appearances::Flat));
     const qint16 result = toInt16(node->Index());
-    if (m_autoSelectNew)
-        SelectItem(node->Index(), 0);
-    if (m_autoRedraw) {
+    if (!frameWasCurrent) {
         if (m_autoSelectNew)
-            scrollIntoView(node->Index());
-        if (!(frameWasCurrent && keepFrameAfterAdd(node)))
+            SelectItem(node->Index(), 0);
+        if (m_autoRedraw) {
+            if (m_autoSelectNew)
+                scrollIntoView(node->Index());
             Refresh(false);
+        }
+        return result;
     }
+    // SelectItem's selection without its repaint: the layout of the add shows it, and the new
+    // row is brought into view from there.
+    if (m_autoSelectNew)
+        m_rows->Selected(node->Index(), 0, false);
+    if (!keepFrameAfterAdd(node))
+        Refresh(false);
+    if (m_autoSelectNew)
+        scrollIntoView(node->Index());
     return result;
 }
 
