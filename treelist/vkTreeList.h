@@ -452,6 +452,9 @@ private:
     // Painting
     void RedrawFrame(bool keepIfUnchanged);
     void composeFrame();
+    // Lays out a view scrolled down by part of a page since the last layout, moving the rows that
+    // stay instead of placing them anew; false (with a whole layout to follow) otherwise.
+    bool scrollLaidOutRows();
     // Composes the pixels a repaint left for Qt's next paint, before something that no repaint
     // follows changes what they would show.
     void settlePixels();

@@ -215,7 +215,8 @@ bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
     default:
         return false;
     }
-    if (!repaintLineInPlace(row))
+    // Pixels left to Qt's paint show the cell as it is then; the layout stands as it was.
+    if (!m_pixelsPending && !repaintLineInPlace(row))
         return false;
     keepFrameCurrent();
     return true;

@@ -41,8 +41,10 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
             // (while editing, the bars are left as they are: the layout is not the same).
             if (m_editing || !m_laidOut || !(m_laidOut->first == frameInputs()) ||
                 m_laidOut->second != TreeEdits::count()) {
-                std::vector<lsNodePtr> shown;
-                layoutFrame(shown);
+                if (!scrollLaidOutRows()) {
+                    std::vector<lsNodePtr> shown;
+                    layoutFrame(shown);
+                }
                 m_laidOut = {frameInputs(), TreeEdits::count()};
             }
             m_frameInputs.reset();
@@ -57,6 +59,60 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
     }
     showSurface();
     storeRedrawTime(start);
+}
+
+bool vkTreeList::scrollLaidOutRows() {
+    // Only the first row shown moved down, by fewer rows than are shown, since the last layout:
+    // the rows that stay move up by as many lines, the rows that leave are no longer displayed
+    // and only the rows that come in are placed, as a whole layout would leave them.
+    if (m_editing || !m_laidOut || m_laidOut->second != TreeEdits::count() || m_rows->Count() == 0)
+        return false;
+    const FrameInputs now = frameInputs();
+    FrameInputs before = m_laidOut->first;
+    const qint32 beforeFirst = before.firstRow;
+    before.firstRow = now.firstRow;
+    // With every row fitting, a whole layout brings the view back to the first row.
+    if (!(before == now) || now.firstRow <= beforeFirst || m_displayedRowCount <= wholeLineCount())
+        return false;
+    const auto firstRank = [&](qint32 first) {
+        return m_rows->VisibleRowsUpTo(std::min(first - 1, m_rows->Count())) + 1;
+    };
+    const qint32 from = firstRank(beforeFirst), to = firstRank(now.firstRow);
+    const qint32 moved = to - from;
+    if (moved <= 0 || moved >= m_shownRows)
+        return false;
+    const qint32 headers = Headers();
+    for (qint32 rank = from; rank < to; ++rank)
+        m_rows->VisibleRowAt(rank)->setDisplayed(false);
+    const qint32 up = moved * m_rowHeight;
+    for (qint32 rank = to; rank < from + m_shownRows; ++rank) {
+        const lsCells &cells = m_rows->VisibleRowAt(rank)->borrowCells();
+        for (qint32 c = 1; c <= m_columns; ++c)
+            if (lsCell *cell = cells.cell(c))
+                cell->setTop(cell->Top() - up);
+    }
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
+    qint32 line = headers + m_shownRows - moved;
+    qint32 rank = from + m_shownRows;
+    for (lsNodePtr row; line < headers + m_visibleLineCount && (row = m_rows->VisibleRowAt(rank));
+         ++rank, ++line) {
+        painter.placeRow(*m_rows, row, line);
+        if (lsCell *first = row->borrowCells().cell(1)) {
+            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+            first->setXoffset(m_ident->TextX());
+        }
+    }
+    m_shownRows = line - headers;
+    m_lastShownRow = m_rows->VisibleRowAt(rank - 1)->Index();
+    m_lastPaintedRow = m_lastShownRow;
+    // The bars take the new position in; should they move the view after all, it is laid out
+    // whole.
+    const qint32 offset = m_horizontalOffset;
+    const qint16 first = m_firstDisplayedRow;
+    layoutScrollBars();
+    return m_horizontalOffset == offset && m_firstDisplayedRow == first &&
+           fittingLineCount() == m_visibleLineCount;
 }
 
 void vkTreeList::composeFrame() {
