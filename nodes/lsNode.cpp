@@ -10,6 +10,7 @@
 #include <unordered_map>
 
 quint64 lsNode::s_displayedPuts = 0;
+quint64 lsNode::s_flagPuts = 0;
 
 struct lsNode::Rare {
     QString fullPath;

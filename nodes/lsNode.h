@@ -112,6 +112,8 @@ public:
     bool Flag() const { return m_Flag; }
     void setFlag(bool v) {
         TreeEdits::note();
+        if (v)
+            ++s_flagPuts;
         m_Flag = v;
     }
     // The row lies in the part of the list that is on screen; set by painting.
@@ -152,6 +154,8 @@ private:
 
     // How often `Displayed` was put True through setDisplayed, in any collection.
     static quint64 s_displayedPuts; // one count for the library and hosts alike
+    // How often `Flag` was put True through setFlag, in any collection.
+    static quint64 s_flagPuts;
 
     // Rarely set values, kept in a table beside the nodes until one is set (see lsNode.cpp).
     struct Rare;

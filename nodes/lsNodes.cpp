@@ -253,8 +253,11 @@ bool lsNodes::Remove(const QVariant &IndexKey) {
     if (!target)
         return false;
     std::vector<lsNode *> subtree;
+    // Until the subtree has left, rows of the collection carry the flag.
+    m_flagsLeft = true;
     for (lsNode *node = target.get(); node; node = nextInSubtree(node, target.get())) {
-        node->setFlag(true);
+        TreeEdits::note();
+        node->m_Flag = true;
         subtree.push_back(node);
     }
 
@@ -286,6 +289,7 @@ bool lsNodes::Remove(const QVariant &IndexKey) {
         }
     }
     m_order.unlinkRun(target.get(), qint32(subtree.size()));
+    m_flagsLeft = false;
 
     if (m_count > 0) {
         m_tail = m_order.at(m_order.count());
@@ -324,8 +328,14 @@ void lsNodes::unlink(lsNode *node) {
 
 void lsNodes::ClearFlags() {
     TreeEdits::note();
+    // The rows the collection flags leave it when the removal goes through: while that held and
+    // no flag was put by hand, no row of the collection carries one.
+    if (!m_flagsLeft && lsNode::s_flagPuts == m_flagPuts)
+        return;
     for (lsNode *node = m_root.get(); node; node = NodeOrder::nextInPreOrder(node))
         node->setFlag(false);
+    m_flagsLeft = false;
+    m_flagPuts = lsNode::s_flagPuts;
 }
 
 void lsNodes::Clear() {
@@ -342,7 +352,8 @@ void lsNodes::Clear() {
         qint32 index = 1;
         for (lsNode *node = top.get(); node; node = nextInSubtree(node, top.get())) {
             node->setIndex(index++);
-            node->setFlag(true);
+            TreeEdits::note();
+            node->m_Flag = true;
         }
     }
     releaseAll();

@@ -149,5 +149,9 @@ private:
     // Rows whose own or cells' `Selected` the selections may have left set (no other row has a
     // flag while SelectionPuts::count() stays at m_selectionPuts), each once.
     std::vector<std::weak_ptr<lsNode>> m_flagged;
+    // Whether rows of the collection may carry `Flag` from a removal that did not go through, and
+    // the count of hand puts of it when ClearFlags last visited every row.
+    bool m_flagsLeft = false;
+    quint64 m_flagPuts = lsNode::s_flagPuts;
     quint64 m_selectionPuts = SelectionPuts::count();
 };

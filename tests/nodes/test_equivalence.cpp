@@ -163,7 +163,7 @@ private:
     }
 
     // A host writes a row's flags directly.
-    void hostPut(const lsNodePtr &row, RefRow *ref, int kinds = 8) {
+    void hostPut(const lsNodePtr &row, RefRow *ref, int kinds = 9) {
         const bool value = pick(2);
         switch (pick(kinds)) {
         case 0:
@@ -184,6 +184,10 @@ private:
         case 5:
             // Selection flags put by hand: the next selection must find them too.
             row->setSelected(value), ref->selected = value;
+            break;
+        case 7:
+            // A removal's scratch flag put by hand: ClearFlags must find it.
+            row->setFlag(value), ref->flag = value;
             break;
         case 6:
             if (const qint32 cells = qint32(ref->cellSelected.size())) {
