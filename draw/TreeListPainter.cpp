@@ -66,8 +66,7 @@ RowPaintResult TreeListPainter::layoutRows(lsNodes &rows, lsIdent &ident) const 
             if (plain && plainTextX[size_t(level)] >= 0) {
                 first->setXoffset(plainTextX[size_t(level)]);
             } else {
-                ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
-                first->setXoffset(ident.TextX());
+                placeText(row, ident);
                 if (plain)
                     plainTextX[size_t(level)] = ident.TextX();
             }
@@ -103,6 +102,13 @@ void TreeListPainter::repaintRows(OffScreenDC &dc, const lsNodes &rows, lsIdent 
     }
     drawLines(dc, rows, ident, shown, widestText);
     drawPictures(dc, ident, shown, from, to);
+}
+
+void TreeListPainter::placeText(const lsNodePtr &row, lsIdent &ident) const {
+    if (lsCell *first = row->borrowCells().cell(1)) {
+        ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
+        first->setXoffset(ident.TextX());
+    }
 }
 
 void TreeListPainter::placeRow(lsNodes &rows, const lsNodePtr &row, qint32 line) const {

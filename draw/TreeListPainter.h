@@ -62,6 +62,9 @@ public:
                      qint32 &widestText) const;
     // Marks a row displayed and places its cells on a line (0 is the top one).
     void placeRow(lsNodes &rows, const lsNodePtr &row, qint32 line) const;
+    // Puts where the text of the row's first cell starts, after its tree part, into the cell's
+    // Xoffset (`ident` is refreshed for the row).
+    void placeText(const lsNodePtr &row, lsIdent &ident) const;
     // Places and paints the header rows over the first lines.
     void paintHeaders(OffScreenDC &dc, lsNodes &headers) const;
     // The two halves of paintHeaders.

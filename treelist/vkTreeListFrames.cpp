@@ -145,10 +145,7 @@ void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t fr
         // Qt's next paint composes the whole frame: only the row that lands is laid out here.
         if (landed) {
             painter.placeRow(*m_rows, shown.back(), Headers() + m_shownRows);
-            if (lsCell *first = shown.back()->borrowCells().cell(1)) {
-                m_ident->Refresh(shown.back(), m_rowHeight, m_imageList.get(), m_picOut);
-                first->setXoffset(m_ident->TextX());
-            }
+            painter.placeText(shown.back(), *m_ident);
             m_shownRows += 1;
             m_lastShownRow = shown.back()->Index();
             m_lastPaintedRow = m_lastShownRow;

@@ -98,10 +98,7 @@ bool vkTreeList::scrollLaidOutRows() {
     for (lsNodePtr row; line < headers + m_visibleLineCount && (row = m_rows->VisibleRowAt(rank));
          ++rank, ++line) {
         painter.placeRow(*m_rows, row, line);
-        if (lsCell *first = row->borrowCells().cell(1)) {
-            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
-            first->setXoffset(m_ident->TextX());
-        }
+        painter.placeText(row, *m_ident);
     }
     m_shownRows = line - headers;
     m_lastShownRow = m_rows->VisibleRowAt(rank - 1)->Index();
@@ -222,10 +219,8 @@ void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
     if (m_pixelsPending) {
         // The frame about to be composed shows the row as it is now; its first cell's text
         // offset, which a host reads, follows the row at once.
-        if (lsCell *first = header ? nullptr : row->borrowCells().cell(1)) {
-            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
-            first->setXoffset(m_ident->TextX());
-        }
+        if (!header)
+            TreeListPainter(paintContext()).placeText(row, *m_ident);
         return;
     }
     // A data row is painted again as a frame paints its line: the lines of the rows around it
