@@ -131,7 +131,9 @@ private:
     qint32 selectFlagged(qint32 RowID, qint32 ColID, bool MultiSelect);
     bool visitedBySelection(const lsNode *row, qint32 rootRank) const;
     void rememberFlaggedRows();
-    static void clearRowFlags(lsNode &row);
+    // What the selection does to one row it visits: flags it and its cell ColID when it is the
+    // target (`isRow`), else clears its flags unless MultiSelect.
+    void selectVisitedRow(const lsNodePtr &node, bool isRow, qint32 ColID, bool MultiSelect);
 
     lsNodePtr m_selectedRow;
     lsCellPtr m_selectedCell;

@@ -31,28 +31,31 @@ qint32 lsNodes::selectByWalk(qint32 RowID, qint32 ColID, bool MultiSelect) {
     for (lsNodePtr node = SetFirstNode(emptyText()); node; node = GetNextNode(true)) {
         if (node->m_Selected)
             ++counter;
-        const bool isRow = node->Index() == RowID;
-        if (isRow) {
-            node->m_Selected = true;
-            m_selectedRow = node;
-        } else if (!MultiSelect) {
-            node->m_Selected = false;
-        }
-        // A row that never made its cells has none: looking must not make them.
-        const lsCells *cells = node->cellsIfMade();
-        // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
-        const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
-        for (qint32 j = 1; j <= cellCount; ++j) {
-            lsCell *cell = cells->cell(j);
-            if (isRow && j == ColID) {
-                cell->m_Selected = true;
-                m_selectedCell = cells->at(j);
-            } else if (!MultiSelect) {
-                cell->m_Selected = false;
-            }
-        }
+        selectVisitedRow(node, node->Index() == RowID, ColID, MultiSelect);
     }
     return counter;
+}
+
+void lsNodes::selectVisitedRow(const lsNodePtr &node, bool isRow, qint32 ColID, bool MultiSelect) {
+    if (isRow) {
+        node->m_Selected = true;
+        m_selectedRow = node;
+    } else if (!MultiSelect) {
+        node->m_Selected = false;
+    }
+    // A row that never made its cells has none: looking must not make them.
+    const lsCells *cells = node->cellsIfMade();
+    // The cell loop counter is 16-bit: a row of more than 32767 cells overflows.
+    const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
+    for (qint32 j = 1; j <= cellCount; ++j) {
+        lsCell *cell = cells->cell(j);
+        if (isRow && j == ColID) {
+            cell->m_Selected = true;
+            m_selectedCell = cells->at(j);
+        } else if (!MultiSelect) {
+            cell->m_Selected = false;
+        }
+    }
 }
 
 bool lsNodes::visitedBySelection(const lsNode *row, qint32 rootRank) const {
@@ -61,13 +64,6 @@ bool lsNodes::visitedBySelection(const lsNode *row, qint32 rootRank) const {
     if (!m_order.tree().contains(row))
         return false;
     return row == m_root.get() || (row->Visible() && RowSequence::rankOf(row) > rootRank);
-}
-
-void lsNodes::clearRowFlags(lsNode &row) {
-    row.m_Selected = false;
-    if (const lsCells *cells = row.cellsIfMade())
-        for (qint32 j = 1; j <= cells->Count(); ++j)
-            cells->cell(j)->m_Selected = false;
 }
 
 qint32 lsNodes::selectFlagged(qint32 RowID, qint32 ColID, bool MultiSelect) {
@@ -94,24 +90,12 @@ qint32 lsNodes::selectFlagged(qint32 RowID, qint32 ColID, bool MultiSelect) {
         if (MultiSelect)
             kept.push_back(weak);
         else
-            clearRowFlags(*node);
+            selectVisitedRow(node, false, ColID, false);
     }
 
     if (target) {
         counter += target->m_Selected ? 1 : 0;
-        target->m_Selected = true;
-        m_selectedRow = target;
-        const lsCells *cells = target->cellsIfMade();
-        const qint32 cellCount = cells ? toInt16(cells->Count()) : 0;
-        for (qint32 j = 1; j <= cellCount; ++j) {
-            lsCell *cell = cells->cell(j);
-            if (j == ColID) {
-                cell->m_Selected = true;
-                m_selectedCell = cells->at(j);
-            } else if (!MultiSelect) {
-                cell->m_Selected = false;
-            }
-        }
+        selectVisitedRow(target, true, ColID, MultiSelect);
         kept.push_back(target);
     }
     m_flagged = std::move(kept);
