@@ -10,15 +10,11 @@
 #include <gtest/gtest.h>
 
 TEST(SystemColors, TranslationKeepsByteOrderAndFixedScheme) {
-    const std::pair<OleColor, QRgb> cases[] = {
-        {0x00000000, qRgb(0, 0, 0)},       {0x000000FF, qRgb(255, 0, 0)},
-        {0x00FF0000, qRgb(0, 0, 255)},     {0x00123456, qRgb(0x56, 0x34, 0x12)},
-        {0x80000005, qRgb(255, 255, 255)}, {0x80000008, qRgb(0, 0, 0)},
-        {0x8000000F, qRgb(212, 208, 200)}, {0x80000010, qRgb(128, 128, 128)},
-        {0x80000014, qRgb(255, 255, 255)}, {0x80000015, qRgb(64, 64, 64)},
-        {0x8000000D, qRgb(10, 36, 106)},   {0x80000019, qRgb(0, 0, 0)},
-        {0x8000001F, qRgb(0, 0, 0)},       {0xFFFFFFFF, qRgb(0, 0, 0)},
-    };
+    // Byte order, one system colour, and indexes past the scheme.
+    const std::pair<OleColor, QRgb> cases[] = {{0x00123456, qRgb(0x56, 0x34, 0x12)},
+                                               {0x8000000F, qRgb(212, 208, 200)},
+                                               {0x8000001F, qRgb(0, 0, 0)},
+                                               {0xFFFFFFFF, qRgb(0, 0, 0)}};
     for (const auto &[ole, rgb] : cases)
         EXPECT_EQ(oleTranslateColor(ole), rgb) << std::hex << ole;
     EXPECT_EQ(oleFromRgb(qRgb(0x56, 0x34, 0x12)), 0x00123456u);
