@@ -49,14 +49,16 @@ RowPaintResult TreeListPainter::layoutRows(lsNodes &rows, lsIdent &ident) const 
     rows.ClearDisplayed();
     qint32 line = m_ctx.headers;
     const qint32 end = m_ctx.headers + m_ctx.visibleLineCount;
-    qint32 rank = rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
+    const qint32 rank =
+        rows.VisibleRowsUpTo(std::min(m_ctx.firstDisplayedRow - 1, rows.Count())) + 1;
+    result.shown = rows.VisibleRowsFrom(rank, end - line);
     // Rows of one level without an icon of their own start their text at the same place (the
     // built-in picture's width after the indentation, far from any overflow at these levels):
     // it is measured once a layout.
     constexpr qint32 kRememberedLevels = 64;
     std::array<qint32, kRememberedLevels> plainTextX;
     plainTextX.fill(-1);
-    for (lsNodePtr row; line < end && (row = rows.VisibleRowAt(rank)); ++rank) {
+    for (const lsNodePtr &row : result.shown) {
         placeRow(rows, row, line);
         // The first column's text starts after the tree part.
         if (lsCell *first = row->borrowCells().cell(1)) {
@@ -72,7 +74,6 @@ RowPaintResult TreeListPainter::layoutRows(lsNodes &rows, lsIdent &ident) const 
             }
         }
         result.lastPaintedRow = row->Index();
-        result.shown.push_back(row);
         ++line;
     }
     result.painted = static_cast<qint32>(result.shown.size());

@@ -122,6 +122,22 @@ lsNodePtr NodeOrder::visibleRow(qint32 k) const {
     return nullptr;
 }
 
+void NodeOrder::visibleRows(qint32 k, qint32 count, std::vector<lsNodePtr> &out) const {
+    m_tree.resolvePending();
+    if (!m_apart) {
+        m_tree.visibleRows(k, count, out);
+        return;
+    }
+    for (const lsNodePtr &row : m_positions) {
+        if (count == 0)
+            return;
+        if (row->Visible() && --k <= 0) {
+            out.push_back(row);
+            --count;
+        }
+    }
+}
+
 const lsNodePtr *NodeOrder::nextLink(const lsNode *node) {
     if (node->Child())
         return &node->Child();

@@ -67,6 +67,8 @@ public:
     qint32 visibleUpTo(qint32 position) const;
     // The k-th `Visible` row in position order, or null.
     lsNodePtr visibleRow(qint32 k) const;
+    // Appends up to `count` `Visible` rows in position order, from the k-th on.
+    void visibleRows(qint32 k, qint32 count, std::vector<lsNodePtr> &out) const;
 
     // Iteration over the rows in position order.
     const_iterator begin() const { return const_iterator(this, 1); }

@@ -278,9 +278,7 @@ qint32 RowSequence::visibleUpTo(qint32 rank) const {
     return count;
 }
 
-lsNode *RowSequence::visibleRow(qint32 k) const {
-    if (k < 1 || k > m_visibleTotal)
-        return nullptr;
+size_t RowSequence::blockOfVisible(qint32 k, qint32 &before) const {
     const qint32 blocks = qint32(m_blocks.size());
     while (m_visibleValid < blocks) {
         const qint32 last = m_visibleValid - 1;
@@ -289,17 +287,43 @@ lsNode *RowSequence::visibleRow(qint32 k) const {
         ensureVisibleStarts(m_visibleValid);
     }
     const auto begin = m_visibleStarts.begin(), end = begin + m_visibleValid;
-    const qint32 b = qint32(std::upper_bound(begin, end, k - 1) - begin) - 1;
     // Earlier blocks may have no visible row and share this start: take the last of them, the
     // one that holds the k-th visible row.
-    const RowBlock *block = m_blocks[size_t(b)].get();
-    qint32 left = k - m_visibleStarts[size_t(b)];
+    const size_t b = size_t(std::upper_bound(begin, end, k - 1) - begin) - 1;
+    before = k - 1 - m_visibleStarts[b];
+    return b;
+}
+
+lsNode *RowSequence::visibleRow(qint32 k) const {
+    if (k < 1 || k > m_visibleTotal)
+        return nullptr;
+    qint32 left = 0;
+    const RowBlock *block = m_blocks[blockOfVisible(k, left)].get();
     for (qint32 i = 0; i < block->size; ++i) {
-        if (block->rows[i]->m_Visible && --left == 0)
+        if (block->rows[i]->m_Visible && left-- == 0)
             return block->rows[i].get();
     }
     assert(false && "visible counts out of step");
     return nullptr;
+}
+
+void RowSequence::visibleRows(qint32 k, qint32 count, std::vector<lsNodePtr> &out) const {
+    if (k < 1 || k > m_visibleTotal)
+        return;
+    qint32 skip = 0;
+    for (size_t b = blockOfVisible(k, skip); b < m_blocks.size() && count > 0; ++b) {
+        const RowBlock &block = *m_blocks[b];
+        for (qint32 i = 0; i < block.size && count > 0; ++i) {
+            if (!block.rows[i]->m_Visible)
+                continue;
+            if (skip > 0) {
+                --skip;
+                continue;
+            }
+            out.push_back(block.rows[i]);
+            --count;
+        }
+    }
 }
 
 void RowSequence::unsettle(lsNode *row) {

@@ -83,6 +83,9 @@ public:
     qint32 visibleUpTo(qint32 rank) const;
     // The k-th `Visible` row in rank order, or null when there are fewer.
     lsNode *visibleRow(qint32 k) const;
+    // Appends up to `count` `Visible` rows in rank order, from the k-th on: one search, then a
+    // walk, so a run of rows costs what one does plus the rows.
+    void visibleRows(qint32 k, qint32 count, std::vector<lsNodePtr> &out) const;
 
     // Recomputes `Visible` of `top` from its parent, then of its subtree from the top down
     // (settling every row it sets); returns the number of rows set.
@@ -120,6 +123,9 @@ public:
     void check() const;
 
 private:
+    // The block that holds the k-th visible row (1..visibleCount()); `before` takes the visible
+    // rows ahead of it in that block.
+    size_t blockOfVisible(qint32 k, qint32 &before) const;
     struct Place {
         RowBlock *block;
         qint32 offset;

@@ -52,6 +52,19 @@ public:
     // Removes a cell by position or key; later cells move up. Their `Left` is not recomputed.
     void Remove(const QVariant &vntIndexKey);
 
+    // Calls `f(lsCell &)` on the cells at positions 1..last in order, borrowed as `cell` gives
+    // them: one pass over the slots, for layouts that touch every cell of a row.
+    template <class F> void forEachUpTo(qint32 last, F &&f) const {
+        const qint32 inUse = used();
+        for (qint32 i = 0; i < inUse && last > 0; ++i) {
+            lsCell *c = i < kInline ? &m_inline[i] : slot(i);
+            if (!c->m_removed) {
+                f(*c);
+                --last;
+            }
+        }
+    }
+
     // For-each over the cells in position order.
     using const_iterator = PositionIterator<lsCells, lsCellPtr, &lsCells::at>;
     const_iterator begin() const { return const_iterator(this, 1); }

@@ -181,6 +181,13 @@ lsNodePtr lsNodes::Nodes(const QVariant &vntIndexKey) const {
     return Item(vntIndexKey);
 }
 
+std::vector<lsNodePtr> lsNodes::VisibleRowsFrom(qint32 k, qint32 count) const {
+    std::vector<lsNodePtr> rows;
+    rows.reserve(size_t(std::max(count, 0)));
+    m_order.visibleRows(k, count, rows);
+    return rows;
+}
+
 lsNodePtr lsNodes::SetFirstNode(const QVariant &IndexKey) {
     lsNodePtr start = isEmptyText(IndexKey) ? m_root : Item(IndexKey);
     if (!start)

@@ -102,6 +102,9 @@ public:
     qint32 VisibleRowsUpTo(qint32 Position) const { return m_order.visibleUpTo(Position); }
     // The row that is the k-th `Visible` row in position order, or null when there are fewer.
     lsNodePtr VisibleRowAt(qint32 k) const { return m_order.visibleRow(k); }
+    // Up to `count` `Visible` rows in position order from the k-th on, in the time of one
+    // VisibleRowAt plus the rows.
+    std::vector<lsNodePtr> VisibleRowsFrom(qint32 k, qint32 count) const;
 
     // Asserts the collection's internal invariants (debug builds; no-op otherwise).
     void check() const { m_order.check(); }

@@ -406,14 +406,14 @@ private:
     void layoutScrollBars();
     // What the bar layout reads besides the displayed row count, and the bars as it left them.
     struct BarLayout {
-        qint32 whole, extent, scaleWidth, rowWidth, position;
+        qint32 whole, extent, scaleWidth, rowWidth;
         QRect area;
         qint32 offset;
         bool vertical;
         bool operator==(const BarLayout &) const = default;
     };
     struct BarStates {
-        qint32 yMinimum, yMaximum, yValue, xValue;
+        qint32 yMinimum, yMaximum, xValue;
         bool yShown, xShown;
         bool operator==(const BarStates &) const = default;
     };
@@ -489,6 +489,8 @@ private:
     // false when they are not all there.
     bool collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown);
     void repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to, bool landed);
+    void placeLandingRow(const lsNodePtr &row);
+    void countLandingRow(const lsNodePtr &row);
     bool repaintCellInPlace(const lsNodePtr &row, qint32 property);
     PaintContext paintContext();
     void repaintRow(const lsNodePtr &row, bool header);

@@ -90,23 +90,27 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     if (!(frameInputs() == (m_pixelsPending ? m_laidOut->first : *m_frameInputs)))
         return false;
     // Which lines change was worked out for lines that cover one another whatever their order:
-    // dotted ones paint their gaps too. Pixels left to Qt's paint are not painted here at all.
+    // dotted ones paint their gaps too. Pixels left to Qt's paint are not painted here at all:
+    // then `from` is displayed, so on screen, and a row that lands comes right after the rows
+    // shown, every visible row after the first shown one being shown.
     std::vector<lsNodePtr> shown;
-    const lsNodePtr landing = lands ? row : nullptr;
-    if (from &&
-        (m_pixelsPending ? !collectShownRows(landing, shown)
-                         : m_lineStyle == lsLineDotted || !rowsShownInPlace(landing, shown)))
-        return false;
-    const auto fromLine = std::find(shown.begin(), shown.end(), from);
-    if (from && fromLine == shown.end())
-        return false;
+    size_t fromLine = 0;
+    if (from && !m_pixelsPending) {
+        if (m_lineStyle == lsLineDotted || !rowsShownInPlace(lands ? row : nullptr, shown))
+            return false;
+        fromLine = size_t(std::find(shown.begin(), shown.end(), from) - shown.begin());
+        if (fromLine == shown.size())
+            return false;
+    }
     const bool horizontalBar = !m_scrX->isHidden();
     m_displayedRowCount = displayedRowCount();
     layoutScrollBars();
     if (m_scrX->isHidden() == horizontalBar)
         return false;
-    if (from)
-        repaintShownRows(shown, size_t(fromLine - shown.begin()), shown.size(), lands);
+    if (!shown.empty())
+        repaintShownRows(shown, fromLine, shown.size(), lands);
+    else if (from && lands)
+        placeLandingRow(row);
     keepFrameCurrent();
     // Nothing or a few rows were drawn. The timer, single precision seconds since midnight, does
     // not resolve the microseconds this took (late in the day not even milliseconds): it reads 0.
@@ -127,31 +131,14 @@ bool vkTreeList::collectShownRows(const lsNodePtr &landing, std::vector<lsNodePt
     const qint32 count = m_shownRows + (landing ? 1 : 0);
     const qint32 first =
         m_rows->VisibleRowsUpTo(std::min<qint32>(m_firstDisplayedRow - 1, m_rows->Count())) + 1;
-    shown.reserve(size_t(count));
-    for (qint32 rank = first; rank < first + count; ++rank) {
-        lsNodePtr row = m_rows->VisibleRowAt(rank);
-        if (!row)
-            return false;
-        shown.push_back(std::move(row));
-    }
-    return !landing || shown.back() == landing;
+    shown = m_rows->VisibleRowsFrom(first, count);
+    return qint32(shown.size()) == count && (!landing || shown.back() == landing);
 }
 
 void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to,
                                   bool landed) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
-    if (m_pixelsPending) {
-        // Qt's next paint composes the whole frame: only the row that lands is laid out here.
-        if (landed) {
-            painter.placeRow(*m_rows, shown.back(), Headers() + m_shownRows);
-            painter.placeText(shown.back(), *m_ident);
-            m_shownRows += 1;
-            m_lastShownRow = shown.back()->Index();
-            m_lastPaintedRow = m_lastShownRow;
-        }
-        return;
-    }
     // The lines of the rows from `from` up to `to`. Below the last row shown only lines are
     // drawn, and only those that run on to the bottom edge; while the view is not full, every
     // visible row they could lead to is shown and none does.
@@ -188,12 +175,23 @@ void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t fr
             throw;
         }
     }
-    if (landed) {
-        m_shownRows += 1;
-        m_lastShownRow = shown.back()->Index();
-        m_lastPaintedRow = m_lastShownRow;
-    }
+    if (landed)
+        countLandingRow(shown.back());
     showSurface();
+}
+
+void vkTreeList::placeLandingRow(const lsNodePtr &row) {
+    const PaintContext ctx = paintContext();
+    const TreeListPainter painter(ctx);
+    painter.placeRow(*m_rows, row, Headers() + m_shownRows);
+    painter.placeText(row, *m_ident);
+    countLandingRow(row);
+}
+
+void vkTreeList::countLandingRow(const lsNodePtr &row) {
+    m_shownRows += 1;
+    m_lastShownRow = row->Index();
+    m_lastPaintedRow = m_lastShownRow;
 }
 
 bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {

@@ -82,26 +82,26 @@ bool vkTreeList::scrollLaidOutRows() {
     if (moved <= 0 || moved >= m_shownRows)
         return false;
     const qint32 headers = Headers();
-    for (qint32 rank = from; rank < to; ++rank)
-        m_rows->VisibleRowAt(rank)->setDisplayed(false);
+    // The rows that leave, then those that stay, then as many as could come in.
+    const std::vector<lsNodePtr> rows = m_rows->VisibleRowsFrom(from, moved + m_visibleLineCount);
+    if (qint32(rows.size()) < m_shownRows)
+        return false;
+    for (qint32 i = 0; i < moved; ++i)
+        rows[size_t(i)]->setDisplayed(false);
     const qint32 up = moved * m_rowHeight;
-    for (qint32 rank = to; rank < from + m_shownRows; ++rank) {
-        const lsCells &cells = m_rows->VisibleRowAt(rank)->borrowCells();
-        for (qint32 c = 1; c <= m_columns; ++c)
-            if (lsCell *cell = cells.cell(c))
-                cell->setTop(cell->Top() - up);
-    }
+    for (qint32 i = moved; i < m_shownRows; ++i)
+        rows[size_t(i)]->borrowCells().forEachUpTo(
+            m_columns, [up](lsCell &cell) { cell.setTop(cell.Top() - up); });
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     qint32 line = headers + m_shownRows - moved;
-    qint32 rank = from + m_shownRows;
-    for (lsNodePtr row; line < headers + m_visibleLineCount && (row = m_rows->VisibleRowAt(rank));
-         ++rank, ++line) {
-        painter.placeRow(*m_rows, row, line);
-        painter.placeText(row, *m_ident);
+    size_t i = size_t(m_shownRows);
+    for (; line < headers + m_visibleLineCount && i < rows.size(); ++i, ++line) {
+        painter.placeRow(*m_rows, rows[i], line);
+        painter.placeText(rows[i], *m_ident);
     }
     m_shownRows = line - headers;
-    m_lastShownRow = m_rows->VisibleRowAt(rank - 1)->Index();
+    m_lastShownRow = rows[i - 1]->Index();
     m_lastPaintedRow = m_lastShownRow;
     // The bars take the new position in; should they move the view after all, it is laid out
     // whole.

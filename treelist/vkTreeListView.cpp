@@ -98,14 +98,16 @@ void vkTreeList::layoutScrollBars() {
     const qint32 rowWidth = first ? first->Width() : 0;
     const bool vertical = m_displayedRowCount > whole;
     const qint32 position = vertical ? std::max(1, displayPosition(m_firstDisplayedRow)) : 0;
-    const BarLayout layout{whole,    extent,         scaleWidth,         rowWidth,
-                           position, contentsRect(), m_horizontalOffset, vertical};
+    const BarLayout layout{
+        whole, extent, scaleWidth, rowWidth, contentsRect(), m_horizontalOffset, vertical};
 
     // Writing the bars' ranges may move their values: the change handlers must stay quiet, and
     // become live again even when a step below fails.
     const QScopedValueRollback<bool> suspend(m_suspend, true);
-    // Rows added one by one change nothing but the count of displayed rows: when that is all that
-    // changed since the last layout and nobody moved the bars since, only the maximum moves.
+    // Rows added one by one change nothing but the count of displayed rows, and scrolling nothing
+    // but the first row shown: when that is all that changed since the last layout and nobody
+    // moved the bars since (the vertical bar's value is set from the first row shown either way),
+    // only the maximum and the value move.
     // The last position shows a full last page, as Qt's views do: with the row count as the
     // maximum it would show the last row alone at the top of an empty view.
     const qint32 maximum = std::max(1, m_displayedRowCount - std::max(whole, 1) + 1);
@@ -182,8 +184,8 @@ void vkTreeList::followVerticalBar(qint32 position) {
 }
 
 vkTreeList::BarStates vkTreeList::barStates() const {
-    return {m_scrY->minimum(), m_scrY->maximum(),   m_scrY->value(),
-            m_scrX->value(),   !m_scrY->isHidden(), !m_scrX->isHidden()};
+    return {m_scrY->minimum(), m_scrY->maximum(), m_scrX->value(), !m_scrY->isHidden(),
+            !m_scrX->isHidden()};
 }
 
 void vkTreeList::onVerticalScroll(int value) {
