@@ -18,17 +18,17 @@
 
 // What the painters read of the control, gathered once per frame.
 struct PaintContext {
-    qint32 rowHeight = 18;
-    qint32 columns = 1;
-    qint32 lineStyle = lsLineSolid;
-    qint32 focusType = lsSelectCell;
-    bool hasFocus = false;          // chooses the selected row's look (highlight or button face)
-    bool multiSelect = false;       // rows picked beside the selected one look selected too
-    qint32 headers = 1;             // header lines above the rows
-    qint32 firstDisplayedRow = 1;   // Index of the row under the header rows
-    qint32 visibleLineCount = 0;    // data lines that fit (a partial line counts)
-    qint32 scaleHeight = 0;         // height of the drawing area, where lines run off the view
-    OleColor gapColor = 0x80000005; // the drawing child's background: gaps of dotted lines
+    qint32 rowHeight = 0;
+    qint32 columns = 0;
+    qint32 lineStyle = 0;
+    qint32 focusType = 0;
+    bool hasFocus = false;        // chooses the selected row's look (highlight or button face)
+    bool multiSelect = false;     // rows picked beside the selected one look selected too
+    qint32 headers = 0;           // header lines above the rows
+    qint32 firstDisplayedRow = 1; // Index of the row under the header rows
+    qint32 visibleLineCount = 0;  // data lines that fit (a partial line counts)
+    qint32 scaleHeight = 0;       // height of the drawing area, where lines run off the view
+    OleColor gapColor = 0;        // the drawing child's background: gaps of dotted lines
     const lsImageList *imageList = nullptr;
     const ScaleSource *scale = nullptr;
     const std::array<StdPicturePtr, 6> *pictures = nullptr; // built-in pictures 101..106

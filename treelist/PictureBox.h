@@ -4,6 +4,7 @@
 
 #include "ScaleConverter.h"
 #include "StdFont.h"
+#include "TreeListSettings.h"
 #include "TreeListTypes.h"
 #include "vkTreeListExport.h"
 
@@ -83,6 +84,6 @@ private:
     qint16 m_mousePointer = 0;
     bool m_painting = false;
     StdFontPtr m_font;
-    OleColor m_foreColor = 0x80000008;
-    OleColor m_backColor = 0x80000005;
+    OleColor m_foreColor = TreeListSettings::kForeColor;
+    OleColor m_backColor = TreeListSettings::kBackColor;
 };

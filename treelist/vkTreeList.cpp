@@ -21,13 +21,7 @@
 
 namespace {
 
-constexpr OleColor kDefaultForeColor = 0x80000008;
-constexpr OleColor kDefaultBackColor = 0x80000005;
 constexpr qint32 kBorder3D = 2;
-
-qint16 vbBool(bool v) {
-    return v ? -1 : 0;
-}
 
 } // namespace
 
@@ -82,7 +76,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     connectEditor();
 
     Initialize();
-    setAppearance(m_appearance);
+    setAppearance(m_settings.appearance);
     // Created the way Qt creates widgets (a form, a layout, new with a parent and nothing more),
     // the control must already be a new instance with its header row.
     InitProperties();
@@ -106,151 +100,14 @@ void vkTreeList::Initialize() {
     m_ident = std::make_unique<lsIdent>();
     m_ident->setPosLeft(3);
     m_ident->setPosTop(3);
-    m_rowHeight = 18;
+    m_settings.rowHeight = TreeListSettings().rowHeight;
     m_visibleLineCount = 0;
     m_displayedRowCount = 0;
     m_firstDisplayedRow = 0;
     m_horizontalOffset = 0;
-    m_lseMisc->setScaleMode(m_scaleMode);
+    m_lseMisc->setScaleMode(m_settings.scaleMode);
     for (int i = 0; i < 6; ++i)
         m_pictures[static_cast<size_t>(i)] = ::builtinPicture(101 + i);
-}
-
-void vkTreeList::InitProperties() {
-    m_autoRedraw = true;
-    m_columns = 1;
-    m_editMode = lsEditTextBox;
-    m_focusType = lsSelectCell;
-    m_headerCount = 1;
-    m_rowHeight = 18;
-    m_lineStyle = lsLineSolid;
-    m_defaultColumnWidth = 1200;
-    m_expandOnDoubleClick = true;
-    m_componentVersion = QVariant::fromValue<qint16>(0);
-    QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_picOut->BackColor())));
-    setPalette(pal);
-    m_multiSelect = false;
-    m_autoSelectNew = true;
-    if (!m_host->AmbientUserMode()) {
-        buildDesignSample();
-        Refresh(true);
-    } else {
-        // A Qt host creates its controls in code rather than loading them from a saved form, so
-        // a new control starts the way a saved default one loads: one header row, one column.
-        setHeaders(static_cast<qint16>(m_headerCount));
-    }
-}
-
-void vkTreeList::ReadProperties(const PropertyBag &bag) {
-    // Everything is read into temporaries first: a value of the wrong type fails the load
-    // before anything of the control has changed.
-    const auto i16 = [&](const char *key, qint16 def) {
-        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<qint16>(def))
-            .value<qint16>();
-    };
-    const auto i32 = [&](const char *key, qint32 def) {
-        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<qint32>(def))
-            .value<qint32>();
-    };
-    // Colours load in either their unsigned or their signed 32-bit form.
-    const auto u32 = [&](const char *key, quint32 def) {
-        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<quint32>(def))
-            .value<quint32>();
-    };
-    const auto flag = [&](const char *key, bool def) {
-        return bag.ReadProperty(QLatin1String(key), def).toBool();
-    };
-    // Checks made here rather than by the bag name their property too.
-    const auto checked = [&](const char *key, const auto &check) {
-        try {
-            return check();
-        } catch (const TreeListError &e) {
-            throw bag.errorAt(QLatin1String(key), e);
-        }
-    };
-    const bool autoRedraw = flag("AutoRedraw", true);
-    // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
-    const qint32 columns = i32("Columns", 1);
-    // Counts the Headers and Columns puts below would refuse fail the load here, whole.
-    checked("Columns", [&] { return toInt16(columns); });
-    const qint32 editMode = i32("EditMode", 0);
-    const qint32 focusType = i32("FocusType", 1);
-    const qint16 headers = i16("Headers", 1);
-    checked("Headers", [&] {
-        checkCellCount(qint64(m_rows->Count()) + std::max<qint16>(headers, 0), columns);
-    });
-    const qint32 rowHeight = i32("RowHeight", 18);
-    const qint32 lineStyle = i32("LineStyle", 1);
-    const qint32 columnWidth = i32("ColumnWidth", 1200);
-    const QVariant imageListName = bag.ReadProperty(QStringLiteral("ImageList"), QVariant());
-    const bool enabled = flag("Enabled", true);
-    const qint16 appearance = i16("Appearance", 1);
-    const QVariant ambient = stdFontToVariant(m_host->AmbientFont());
-    const QVariant fontValue = bag.ReadProperty(QStringLiteral("Font"), ambient);
-    const StdFontPtr font = checked("Font", [&] { return stdFontFromVariant(fontValue.toMap()); });
-    const quint32 foreColor = u32("ForeColor", kDefaultForeColor);
-    const quint32 backColor = u32("BackColor", kDefaultBackColor);
-    const qint16 multiSelect = i16("MultiSelect", 0);
-    const bool autoSelectNew = flag("AutoSelectNew", true);
-    const qint16 componentVersion = i16("ComponentVersion", 0);
-    const qint16 expandOnDoubleClick = i16("ExpandOnDoubleClick", -1);
-
-    m_autoRedraw = autoRedraw;
-    m_editMode = editMode;
-    m_focusType = focusType;
-    m_headerCount = headers;
-    m_rowHeight = rowHeight;
-    m_lineStyle = lineStyle;
-    m_defaultColumnWidth = columnWidth;
-    m_imageList =
-        imageListName.isValid() ? m_host->findImageList(imageListName.toString()) : nullptr;
-    setEnabled(enabled);
-    setAppearance(appearance);
-    m_picOut->setFont(font);
-    m_picOut->setForeColor(foreColor);
-    m_picOut->setBackColor(backColor);
-    QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(backColor)));
-    setPalette(pal);
-    // The rows already there have the old column count (a new control has its header row), so
-    // the count is not stored ahead of the puts: the Headers put builds its rows with the old
-    // count and the Columns put then brings every header and data row to the loaded one. A count
-    // below 1 is ignored, as the put ignores it.
-    setHeaders(headers);
-    setColumns(columns);
-    m_multiSelect = multiSelect != 0;
-    m_autoSelectNew = autoSelectNew;
-    m_componentVersion = QVariant::fromValue<qint16>(componentVersion);
-    m_expandOnDoubleClick = expandOnDoubleClick != 0;
-}
-
-void vkTreeList::WriteProperties(PropertyBag &bag) const {
-    const auto i16 = [](qint32 v) { return QVariant::fromValue<qint16>(static_cast<qint16>(v)); };
-    const auto i32 = [](qint32 v) { return QVariant::fromValue<qint32>(v); };
-    bag.WriteProperty("AutoRedraw", m_autoRedraw, true);
-    bag.WriteProperty("Columns", i32(m_columns), i32(1));
-    bag.WriteProperty("EditMode", i32(m_editMode), i32(0));
-    bag.WriteProperty("FocusType", i32(m_focusType), i32(1));
-    bag.WriteProperty("Headers", i16(m_headerCount), i16(1));
-    bag.WriteProperty("RowHeight", i32(m_rowHeight), i32(18));
-    bag.WriteProperty("Enabled", Enabled(), true);
-    bag.WriteProperty("Appearance", i16(m_appearance), i16(1));
-    bag.WriteProperty("BackColor", QVariant::fromValue<quint32>(m_picOut->BackColor()),
-                      QVariant::fromValue<quint32>(kDefaultBackColor));
-    bag.WriteProperty("Font", stdFontToVariant(m_picOut->Font()),
-                      stdFontToVariant(m_host->AmbientFont()));
-    bag.WriteProperty("ForeColor", QVariant::fromValue<quint32>(m_picOut->ForeColor()),
-                      QVariant::fromValue<quint32>(kDefaultForeColor));
-    const QString listName = m_host->imageListName(m_imageList);
-    bag.WriteProperty("ImageList", listName.isEmpty() ? QVariant() : QVariant(listName),
-                      QVariant());
-    bag.WriteProperty("LineStyle", i32(m_lineStyle), i32(1));
-    bag.WriteProperty("ColumnWidth", i32(m_defaultColumnWidth), i32(1200));
-    bag.WriteProperty("MultiSelect", i16(vbBool(m_multiSelect)), i16(0));
-    bag.WriteProperty("AutoSelectNew", m_autoSelectNew, true);
-    bag.WriteProperty("ComponentVersion", i16(m_componentVersion.toInt()), i16(0));
-    bag.WriteProperty("ExpandOnDoubleClick", i16(vbBool(m_expandOnDoubleClick)), i16(-1));
 }
 
 void vkTreeList::Terminate() {
@@ -278,8 +135,8 @@ void vkTreeList::Terminate() {
 void vkTreeList::buildDesignSample() {
     if (m_host->AmbientUserMode()) {
         Clear();
-        m_headerCount = 0;
-        m_columns = 0;
+        m_settings.headerCount = 0;
+        m_settings.columns = 0;
         return;
     }
     setAutoRedraw(false);
@@ -305,7 +162,7 @@ void vkTreeList::buildDesignSample() {
 }
 
 void vkTreeList::fillSampleTexts(qint32 rowIndex) {
-    for (qint32 c = 1; c <= m_columns; ++c)
+    for (qint32 c = 1; c <= m_settings.columns; ++c)
         setListCell(lslcData, rowIndex, c, QStringLiteral("Cell#%1%2").arg(rowIndex).arg(c));
 }
 
@@ -327,19 +184,20 @@ void vkTreeList::notify(const QString &key) {
 }
 
 QSize vkTreeList::sizeHint() const {
-    return {320, m_rowHeight * (m_headerCount + 12) + 2 * kBorder3D};
+    return {320, m_settings.rowHeight * (m_settings.headerCount + 12) + 2 * kBorder3D};
 }
 
 QSize vkTreeList::minimumSizeHint() const {
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    return {3 * bar + 2 * kBorder3D, m_rowHeight * (m_headerCount + 1) + bar + 2 * kBorder3D};
+    return {3 * bar + 2 * kBorder3D,
+            m_settings.rowHeight * (m_settings.headerCount + 1) + bar + 2 * kBorder3D};
 }
 
 // --- Properties ---------------------------------------------------------------------------------
 
 void vkTreeList::setAppearance(qint32 value) {
-    m_appearance = toInt16(value);
-    const int border = m_appearance == lsApp3D ? kBorder3D : 0;
+    m_settings.appearance = toInt16(value);
+    const int border = m_settings.appearance == lsApp3D ? kBorder3D : 0;
     setContentsMargins(border, border, border, border);
     notify("Appearance");
     RedrawFrame(false);
@@ -348,7 +206,7 @@ void vkTreeList::setAppearance(qint32 value) {
 void vkTreeList::setAutoRedraw(bool value) {
     // Turned off, the control keeps showing the frame of its last repaint.
     settlePixels();
-    m_autoRedraw = value;
+    m_settings.autoRedraw = value;
     notify("AutoRedraw");
     if (value)
         Refresh(false);
@@ -366,14 +224,14 @@ void vkTreeList::setBackColor(OleColor value) {
 }
 
 void vkTreeList::setEditMode(qint32 value) {
-    m_editMode = value;
+    m_settings.editMode = value;
     notify("EditMode");
 }
 
 void vkTreeList::setFocusType(qint32 value) {
     // No repaint follows: the frame shows the look of the last repaint.
     settlePixels();
-    m_focusType = value;
+    m_settings.focusType = value;
     notify("FocusType");
 }
 
@@ -424,7 +282,7 @@ void vkTreeList::setQtFont(const QFont &font) {
 }
 
 void vkTreeList::setLineStyle(qint32 value) {
-    m_lineStyle = value;
+    m_settings.lineStyle = value;
     notify("LineStyle");
     RedrawFrame(false);
 }
@@ -433,7 +291,7 @@ void vkTreeList::setRowHeight(qint32 value) {
     // Out-of-range heights are ignored without an error, on purpose.
     if (value < 16 || value > 255)
         return;
-    m_rowHeight = value;
+    m_settings.rowHeight = value;
     notify("RowHeight");
     RedrawFrame(false);
 }
@@ -441,17 +299,17 @@ void vkTreeList::setRowHeight(qint32 value) {
 void vkTreeList::setMultiSelect(bool value) {
     // No repaint follows: the frame shows the look of the last repaint.
     settlePixels();
-    m_multiSelect = value;
+    m_settings.multiSelect = value;
     notify("MultiSelect");
 }
 
 void vkTreeList::setAutoSelectNew(bool value) {
-    m_autoSelectNew = value;
+    m_settings.autoSelectNew = value;
     notify("AutoSelectNew");
 }
 
 void vkTreeList::setExpandOnDoubleClick(bool value) {
-    m_expandOnDoubleClick = value;
+    m_settings.expandOnDoubleClick = value;
     notify("ExpandOnDoubleClick");
 }
 
@@ -487,7 +345,7 @@ void vkTreeList::syncEnabled() {
 }
 
 void vkTreeList::paintEvent(QPaintEvent *) {
-    if (m_appearance == lsApp3D)
+    if (m_settings.appearance == lsApp3D)
         guarded("border paint", [&] { paintBorder(); });
 }
 

@@ -11,6 +11,7 @@
 #include "PropertyBag.h"
 #include "ScaleConverter.h"
 #include "StdPicture.h"
+#include "TreeListSettings.h"
 #include "TreeListTypes.h"
 #include "lsHitTest.h"
 #include "lsIdent.h"
@@ -98,16 +99,16 @@ public:
     // --- Properties ---------------------------------------------------------------------------
     // Window border: lsAppFlat or lsApp3D. The window keeps it in 16 bits: a value outside
     // -32768..32767 raises overflow and changes nothing.
-    qint32 Appearance() const { return m_appearance; }
+    qint32 Appearance() const { return m_settings.appearance; }
     void setAppearance(qint32 value);
     // Whether frames are composed; turning it on repaints at once.
-    bool AutoRedraw() const { return m_autoRedraw; }
+    bool AutoRedraw() const { return m_settings.autoRedraw; }
     void setAutoRedraw(bool value);
     // Background colour of the drawing child (OLE colour); no repaint.
     OleColor BackColor() const;
     void setBackColor(OleColor value);
     // How the in-place editor edits (lsEditModeConstants).
-    qint32 EditMode() const { return m_editMode; }
+    qint32 EditMode() const { return m_settings.editMode; }
     void setEditMode(qint32 value);
     // Whether the control itself takes input, whatever its parent says.
     bool Enabled() const { return !testAttribute(Qt::WA_ForceDisabled); }
@@ -115,7 +116,7 @@ public:
     // when called through QWidget).
     void setEnabled(bool value);
     // Whether clicks and keys select rows or cells (lsSelectConstants).
-    qint32 FocusType() const { return m_focusType; }
+    qint32 FocusType() const { return m_settings.focusType; }
     void setFocusType(qint32 value);
     // The control's font, shared with the drawing surface.
     StdFontPtr Font() const;
@@ -135,32 +136,32 @@ public:
     QFont qtFont() const;
     void setQtFont(const QFont &font);
     // Tree line style (lsLineStyle).
-    qint32 LineStyle() const { return m_lineStyle; }
+    qint32 LineStyle() const { return m_settings.lineStyle; }
     void setLineStyle(qint32 value);
     // Row height in pixels; only 16..255 is taken, other values are silently ignored.
-    qint32 RowHeight() const { return m_rowHeight; }
+    qint32 RowHeight() const { return m_settings.rowHeight; }
     void setRowHeight(qint32 value);
     // "Enables, Disables selection of  more then one row." (Shift or Ctrl with a click).
-    bool MultiSelect() const { return m_multiSelect; }
+    bool MultiSelect() const { return m_settings.multiSelect; }
     void setMultiSelect(bool value);
     // "If enabled then the added row will be selected." (by AddItem).
-    bool AutoSelectNew() const { return m_autoSelectNew; }
+    bool AutoSelectNew() const { return m_settings.autoSelectNew; }
     void setAutoSelectNew(bool value);
     // Whether a double click (or Enter) opens and closes a row.
-    bool ExpandOnDoubleClick() const { return m_expandOnDoubleClick; }
+    bool ExpandOnDoubleClick() const { return m_settings.expandOnDoubleClick; }
     void setExpandOnDoubleClick(bool value);
     // The width given to columns that have none, persisted as "ColumnWidth".
-    qint32 DefaultColumnWidth() const { return m_defaultColumnWidth; }
+    qint32 DefaultColumnWidth() const { return m_settings.defaultColumnWidth; }
     // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; twips by default). 16-bit: a
     // value outside -32768..32767 raises overflow.
-    qint16 ScaleMode() const { return m_scaleMode; }
-    void setScaleMode(qint32 value) { m_scaleMode = toInt16(value); }
+    qint16 ScaleMode() const { return m_settings.scaleMode; }
+    void setScaleMode(qint32 value) { m_settings.scaleMode = toInt16(value); }
 
     // --- Columns and headers -------------------------------------------------------------------
     // Number of data columns; values below 1 are ignored. Cells are numbered in 16 bits: a count
     // past 32767 raises overflow, and one that would make more than 2097152 cells in all raises
     // out of memory, before anything changes.
-    qint32 Columns() const { return m_columns; }
+    qint32 Columns() const { return m_settings.columns; }
     void setColumns(qint32 value);
     // Number of header rows (16-bit: a put outside -32768..32767 raises overflow before anything
     // changes).
@@ -385,6 +386,8 @@ private:
     void paintBorder();
     void syncEnabled();
     void notify(const QString &key);
+    void paintBorderBackground();
+    friend struct PersistedSetting;
 
     // Columns and rows
     // Raises out of memory, before anything is made, when rows x columns cells are more than the
@@ -514,23 +517,8 @@ private:
     std::unique_ptr<OffScreenDC> m_spareSurface; // the previous frame's, painted over next
     std::array<StdPicturePtr, 6> m_pictures;
 
-    // Plain fields
-    qint32 m_lineStyle = lsLineSolid;
+    TreeListSettings m_settings;
     lsImageListPtr m_imageList;
-    bool m_autoRedraw = true;
-    qint32 m_columns = 1;
-    qint32 m_editMode = lsEditTextBox;
-    qint32 m_focusType = lsSelectCell;
-    qint32 m_headerCount = 1;
-    qint32 m_rowHeight = 18;
-    qint32 m_defaultColumnWidth = 1200;
-    bool m_multiSelect = false;
-    bool m_autoSelectNew = true;
-    bool m_expandOnDoubleClick = true;
-    QVariant m_componentVersion = QVariant::fromValue<qint16>(0);
-    qint16 m_appearance = lsApp3D;
-    qint16 m_scaleMode = 1;
-
     // Viewport
     bool m_suspend = false;
     qint16 m_visibleLineCount = 0;

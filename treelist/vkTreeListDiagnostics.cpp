@@ -45,7 +45,7 @@ QVariant vkTreeList::ComponentVersion() {
                          formatNumber(ComponentInfo::minor, QStringLiteral("00")) + u'.' +
                          formatNumber(ComponentInfo::revision, QStringLiteral("0###")) + u'|' +
                          QString::fromLatin1(ComponentInfo::comments) + u'|';
-    m_componentVersion = text;
+    m_settings.componentVersion = text;
     return text;
 }
 
@@ -70,7 +70,7 @@ QVariant vkTreeList::Test(bool &List) {
             qint32 y = 0;
             walk([&](const lsNodePtr &node) {
                 dc.DrawText(0, y, node->Text());
-                y += m_rowHeight;
+                y += m_settings.rowHeight;
             });
         }
         times.end = secondsSinceMidnight();

@@ -91,7 +91,7 @@ bool vkTreeList::Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode) {
     // Set before the editor asks BeforeEdit: a host that cancels there leaves it set, and Edit
     // stays shut until AbortEdit or a scroll closes the editor.
     m_editing = true;
-    qint32 mode = m_editMode;
+    qint32 mode = m_settings.editMode;
     m_lseMisc->Edit(mode);
     return false;
 }

@@ -15,15 +15,15 @@ vkTreeList::FrameInputs vkTreeList::frameInputs() {
     return {m_picOut->ScaleWidth(),
             m_picOut->ScaleHeight(),
             m_horizontalOffset,
-            m_rowHeight,
-            m_columns,
-            m_lineStyle,
-            m_focusType,
+            m_settings.rowHeight,
+            m_settings.columns,
+            m_settings.lineStyle,
+            m_settings.focusType,
             Headers(),
             m_firstDisplayedRow,
             m_visibleLineCount,
             m_hasFocus,
-            m_multiSelect,
+            m_settings.multiSelect,
             m_picOut->BackColor(),
             m_picOut->ForeColor(),
             m_picOut->Font()->qfont(),
@@ -35,7 +35,7 @@ bool vkTreeList::rowsUnchangedSinceFrame() const {
     // The rest of what the frame was drawn from (FrameInputs) is compared where the frame is
     // kept; a change there only needs noticing then. While the pixels wait for Qt's paint, the
     // frame is the last layout.
-    if (!m_autoRedraw || !m_surface)
+    if (!m_settings.autoRedraw || !m_surface)
         return false;
     if (m_pixelsPending)
         return m_laidOut && TreeEdits::count() == m_laidOut->second;
@@ -96,7 +96,7 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     std::vector<lsNodePtr> shown;
     size_t fromLine = 0;
     if (from && !m_pixelsPending) {
-        if (m_lineStyle == lsLineDotted || !rowsShownInPlace(lands ? row : nullptr, shown))
+        if (m_settings.lineStyle == lsLineDotted || !rowsShownInPlace(lands ? row : nullptr, shown))
             return false;
         fromLine = size_t(std::find(shown.begin(), shown.end(), from) - shown.begin());
         if (fromLine == shown.size())
@@ -121,7 +121,7 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
 bool vkTreeList::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
     // Lines painted again show what a frame shows there only while nothing drawn for a row
     // reaches past its own line: no image list, whose pictures may be taller than a row.
-    if (m_imageList || m_rowHeight < 16)
+    if (m_imageList || m_settings.rowHeight < 16)
         return false;
     return collectShownRows(landing, shown);
 }
@@ -142,10 +142,11 @@ void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t fr
     // The lines of the rows from `from` up to `to`. Below the last row shown only lines are
     // drawn, and only those that run on to the bottom edge; while the view is not full, every
     // visible row they could lead to is shown and none does.
-    const qint32 top = (Headers() + qint32(from)) * m_rowHeight;
+    const qint32 top = (Headers() + qint32(from)) * m_settings.rowHeight;
     const bool full = qint32(shown.size()) >= m_visibleLineCount;
-    const qint32 bottom =
-        to < shown.size() || !full ? (Headers() + qint32(to)) * m_rowHeight : m_surface->Height();
+    const qint32 bottom = to < shown.size() || !full
+                              ? (Headers() + qint32(to)) * m_settings.rowHeight
+                              : m_surface->Height();
     {
         // As in repaintRow, the screen lets go of the shared raster while it is painted.
         QImage *screen = m_picOut->screenImage();

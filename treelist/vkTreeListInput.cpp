@@ -62,10 +62,10 @@ lsHitTestPtr vkTreeList::HitTest(const QVariant &X, const QVariant &Y, qint16 Bu
     // X or Y goes through as it is, and the hit test reports that nothing was hit.
     const std::optional<double> x = numberIn(X), y = numberIn(Y);
     if (x && y)
-        hit->locate(*x + std::abs(double(m_horizontalOffset)), *y, m_rowHeight, m_headers.get(),
-                    m_rows.get(), Button, Shift);
+        hit->locate(*x + std::abs(double(m_horizontalOffset)), *y, m_settings.rowHeight,
+                    m_headers.get(), m_rows.get(), Button, Shift);
     else
-        hit->Refresh(X, Y, m_rowHeight, m_headers.get(), m_rows.get(), Button, Shift);
+        hit->Refresh(X, Y, m_settings.rowHeight, m_headers.get(), m_rows.get(), Button, Shift);
     return hit;
 }
 
@@ -96,9 +96,9 @@ void vkTreeList::onMousePress(const QMouseEvent &event) {
     if (m_hit->DataCol() >= 0 && m_hit->DataRow() > 0) {
         if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
             // Shift alone or Ctrl alone adds to the selection; both together select singly.
-            const bool multi = m_multiSelect && (shift == 1 || shift == 2);
+            const bool multi = m_settings.multiSelect && (shift == 1 || shift == 2);
             selectRow(previous, row, m_hit->DataCol(), multi);
-            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+            m_ident->Refresh(row, m_settings.rowHeight, m_imageList.get(), m_picOut);
             // The box lies where the unscrolled frame drew it, as the hit's X does.
             if (m_hit->IsPlusMinusClick(*m_ident, m_hit->X(), y) && row->HasChild())
                 toggleExpanded(row);
@@ -124,7 +124,7 @@ void vkTreeList::onMouseDoubleClick() {
     if (m_hit->DataCol() >= 0 && m_hit->DataRow() >= 1 && m_hit->Button() == kLeftButton) {
         if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
             m_rows->Selected(row->Index(), m_hit->DataCol(), false);
-            if (row->HasChild() && m_expandOnDoubleClick)
+            if (row->HasChild() && m_settings.expandOnDoubleClick)
                 toggleExpanded(row);
             RedrawFrame(false);
         }
@@ -170,7 +170,7 @@ void vkTreeList::trackColumnBorder(qint16 button, float x, float y) {
     // A drag from a pressed border takes that border wherever the pointer has got to.
     const qint16 pressed = (button & kLeftButton) ? m_pressedBorder : 0;
     const lsNodePtr header = m_headers->at(1);
-    if (header && (pressed || y < float(m_rowHeight) * Headers())) {
+    if (header && (pressed || y < float(m_settings.rowHeight) * Headers())) {
         // The right borders of header row 1's columns as the screen shows them.
         const lsCells &cells = header->borrowCells();
         qint32 right = m_horizontalOffset;
@@ -275,7 +275,7 @@ void vkTreeList::navigate(qint16 keyCode) {
         break;
     case 37: // Left
     case 39: // Right
-        if (row && (keyCode == 37 ? column >= 2 : column < m_columns)) {
+        if (row && (keyCode == 37 ? column >= 2 : column < m_settings.columns)) {
             const qint32 to = keyCode == 37 ? column - 1 : column + 1;
             SelectItem(row->Index(), to);
             if (const lsCell *cell = row->borrowCells().cell(to))
@@ -283,7 +283,7 @@ void vkTreeList::navigate(qint16 keyCode) {
         }
         break;
     case 13: // Enter
-        if (row && row->HasChild() && m_expandOnDoubleClick)
+        if (row && row->HasChild() && m_settings.expandOnDoubleClick)
             toggleExpanded(row);
         break;
     default:

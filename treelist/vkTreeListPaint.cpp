@@ -32,7 +32,7 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
     const float start = secondsSinceMidnight();
     if (!m_surface)
         m_surface = newSurface();
-    if (m_autoRedraw) {
+    if (m_settings.autoRedraw) {
         if (!keepIfUnchanged) {
             // What a host reads of the view (Displayed, the cells' places, the bars, Scroll) is
             // decided now; the pixels are composed once, when Qt next paints the control or the
@@ -88,10 +88,10 @@ bool vkTreeList::scrollLaidOutRows() {
         return false;
     for (qint32 i = 0; i < moved; ++i)
         rows[size_t(i)]->setDisplayed(false);
-    const qint32 up = moved * m_rowHeight;
+    const qint32 up = moved * m_settings.rowHeight;
     for (qint32 i = moved; i < m_shownRows; ++i)
         rows[size_t(i)]->borrowCells().forEachUpTo(
-            m_columns, [up](lsCell &cell) { cell.setTop(cell.Top() - up); });
+            m_settings.columns, [up](lsCell &cell) { cell.setTop(cell.Top() - up); });
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     qint32 line = headers + m_shownRows - moved;
@@ -129,7 +129,7 @@ void vkTreeList::composeFrame() {
 }
 
 void vkTreeList::settlePixels() {
-    if (m_pixelsPending && m_autoRedraw)
+    if (m_pixelsPending && m_settings.autoRedraw)
         RedrawFrame(true);
 }
 
@@ -146,12 +146,12 @@ void vkTreeList::storeRedrawTime(float start) {
 
 PaintContext vkTreeList::paintContext() {
     PaintContext ctx;
-    ctx.rowHeight = m_rowHeight;
-    ctx.columns = m_columns;
-    ctx.lineStyle = m_lineStyle;
-    ctx.focusType = m_focusType;
+    ctx.rowHeight = m_settings.rowHeight;
+    ctx.columns = m_settings.columns;
+    ctx.lineStyle = m_settings.lineStyle;
+    ctx.focusType = m_settings.focusType;
     ctx.hasFocus = m_hasFocus;
-    ctx.multiSelect = m_multiSelect;
+    ctx.multiSelect = m_settings.multiSelect;
     ctx.headers = Headers();
     ctx.firstDisplayedRow = m_firstDisplayedRow;
     ctx.visibleLineCount = m_visibleLineCount;
@@ -214,7 +214,7 @@ bool vkTreeList::layoutLayers(std::vector<lsNodePtr> &shown) {
 }
 
 void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
-    if (!m_surface || !m_autoRedraw)
+    if (!m_surface || !m_settings.autoRedraw)
         return;
     if (m_pixelsPending) {
         // The frame about to be composed shows the row as it is now; its first cell's text
@@ -254,7 +254,7 @@ void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
             if (cell->Visible())
                 painter.PaintCell(*m_surface, *cell, 0);
     } else {
-        m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+        m_ident->Refresh(row, m_settings.rowHeight, m_imageList.get(), m_picOut);
         painter.paintRow(*m_surface, *m_rows, *row, *m_ident);
     }
     showSurface();

@@ -56,11 +56,12 @@ void vkTreeList::checkCellCount(qint64 rows, qint64 columns) {
 
 qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
                            const QString &Text, const QVariant &Image) {
-    checkCellCount(qint64(m_rows->Count()) + m_headers->Count() + 1, m_columns);
+    checkCellCount(qint64(m_rows->Count()) + m_headers->Count() + 1, m_settings.columns);
     // Adding rows one by one below the view must not cost a frame each when none shows them. A
     // selection changes how rows look, not where they lie: while the pixels wait for Qt's paint,
     // the new row's selection leaves the layout to the add.
-    const bool frameWasCurrent = (!m_autoSelectNew || m_pixelsPending) && rowsUnchangedSinceFrame();
+    const bool frameWasCurrent =
+        (!m_settings.autoSelectNew || m_pixelsPending) && rowsUnchangedSinceFrame();
     const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
     if (!node)
         return -1;
@@ -68,10 +69,10 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
                    static_cast<qint32>(Appearances::Flat));
     const qint16 result = toInt16(node->Index());
     if (!frameWasCurrent) {
-        if (m_autoSelectNew)
+        if (m_settings.autoSelectNew)
             SelectItem(node->Index(), 0);
-        if (m_autoRedraw) {
-            if (m_autoSelectNew)
+        if (m_settings.autoRedraw) {
+            if (m_settings.autoSelectNew)
                 scrollIntoView(node->Index());
             Refresh(false);
         }
@@ -79,11 +80,11 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
     }
     // SelectItem's selection without its repaint: the layout of the add shows it, and the new
     // row is brought into view from there.
-    if (m_autoSelectNew)
+    if (m_settings.autoSelectNew)
         m_rows->Selected(node->Index(), 0, false);
     if (!keepFrameAfterAdd(node))
         Refresh(false);
-    if (m_autoSelectNew)
+    if (m_settings.autoSelectNew)
         scrollIntoView(node->Index());
     return result;
 }
@@ -98,7 +99,7 @@ void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, cons
                                 OleColor foreColor, OleColor backColor, qint32 appearance) {
     lsCells &cells = node->borrowCells();
     const lsNodePtr header = m_headers->at(1);
-    for (qint32 i = cells.Count() + 1; i <= m_columns; ++i) {
+    for (qint32 i = cells.Count() + 1; i <= m_settings.columns; ++i) {
         const qint16 column = toInt16(i);
         lsCell *cell = cells.append(i == 1 ? Text : QString(), column, defaultCellWidth(header, i));
         if (i == 1)
@@ -127,7 +128,7 @@ qint32 vkTreeList::defaultHeaderWidth(qint32 column) const {
 
 void vkTreeList::addHeaderCells(const lsNodePtr &node) {
     const lsCellsPtr &cells = node->Cells();
-    for (qint32 c = cells->Count() + 1; c <= m_columns; ++c) {
+    for (qint32 c = cells->Count() + 1; c <= m_settings.columns; ++c) {
         const lsCellPtr cell =
             cells->Add(QStringLiteral("Header%1").arg(c), toInt16(c), defaultHeaderWidth(c));
         cell->setColor(m_picOut->ForeColor());
@@ -378,8 +379,8 @@ void vkTreeList::setColumns(qint32 value) {
     // make 32767 of them in every row.
     toInt16(value);
     checkCellCount(qint64(m_rows->Count()) + m_headers->Count(), value);
-    if (value > m_columns) {
-        m_columns = value;
+    if (value > m_settings.columns) {
+        m_settings.columns = value;
         for (const lsNodePtr &row : *m_rows)
             CreateRowCells(row, QString(), emptyText(), m_picOut->ForeColor(),
                            m_picOut->BackColor(), static_cast<qint32>(Appearances::Flat));
@@ -387,17 +388,17 @@ void vkTreeList::setColumns(qint32 value) {
             addHeaderCells(header);
         notify("Columns");
         Refresh(true);
-    } else if (value < m_columns) {
+    } else if (value < m_settings.columns) {
         const auto trim = [&](lsNodes &nodes) {
             for (const lsNodePtr &row : nodes) {
                 lsCells &cells = row->borrowCells();
-                for (qint32 c = std::min(m_columns, cells.Count()); c > value; --c)
+                for (qint32 c = std::min(m_settings.columns, cells.Count()); c > value; --c)
                     cells.Remove(c);
             }
         };
         trim(*m_rows);
         trim(*m_headers);
-        m_columns = value;
+        m_settings.columns = value;
         notify("Columns");
         Refresh(true);
     }
@@ -409,19 +410,19 @@ void vkTreeList::setColumns(qint32 value) {
 }
 
 qint16 vkTreeList::Headers() {
-    m_headerCount = m_headers->Count();
-    return toInt16(m_headerCount);
+    m_settings.headerCount = m_headers->Count();
+    return toInt16(m_settings.headerCount);
 }
 
 void vkTreeList::setHeaders(qint32 count) {
     // The count is 16-bit: a larger one fails before any header row is touched.
     const qint16 value = toInt16(count);
     const qint32 current = Headers();
-    checkCellCount(qint64(m_rows->Count()) + value, m_columns);
+    checkCellCount(qint64(m_rows->Count()) + value, m_settings.columns);
     if (value < current) {
         for (qint32 i = current; i > value && i >= 1; --i)
             m_headers->Remove(i);
-        m_headerCount = value;
+        m_settings.headerCount = value;
         notify("Headers");
         Refresh(true);
     } else if (value > current) {
@@ -430,14 +431,14 @@ void vkTreeList::setHeaders(qint32 count) {
             const QVariant relative = i > 1 ? QVariant(i - 1) : QVariant();
             addHeaderCells(m_headers->Add(relative, lsNext, emptyText(), QString()));
         }
-        m_headerCount = value;
+        m_settings.headerCount = value;
         notify("Headers");
         Refresh(true);
     }
 }
 
 qint32 vkTreeList::ColumnWidth(qint32 ColID) const {
-    if (ColID < 1 || ColID > m_columns)
+    if (ColID < 1 || ColID > m_settings.columns)
         return -1;
     lsNodePtr row = m_headers->at(1);
     if (!row)
@@ -445,11 +446,11 @@ qint32 vkTreeList::ColumnWidth(qint32 ColID) const {
     const lsCell *cell = borrowCell(row, ColID);
     if (!cell)
         return -1;
-    return roundHalfEven(m_picOut->ScaleX(cell->Width(), 3, m_scaleMode));
+    return roundHalfEven(m_picOut->ScaleX(cell->Width(), 3, m_settings.scaleMode));
 }
 
 void vkTreeList::setColumnWidth(qint32 ColID, qint32 width) {
-    const qint32 pixels = roundHalfEven(m_picOut->ScaleX(width, m_scaleMode, 3));
+    const qint32 pixels = roundHalfEven(m_picOut->ScaleX(width, m_settings.scaleMode, 3));
     // A column that a row lacks fails with the cell collection's error.
     for (const lsNodePtr &header : *m_headers)
         columnCell(header, ColID).setWidth(pixels);
@@ -473,7 +474,7 @@ bool vkTreeList::AutoSize(qint32 ColID) {
     for (const lsNodePtr &row : *m_rows) {
         qint32 width = measure(row->Cells()->Item(ColID)->Title());
         if (ColID == 1) {
-            m_ident->Refresh(row, m_rowHeight, m_imageList.get(), m_picOut);
+            m_ident->Refresh(row, m_settings.rowHeight, m_imageList.get(), m_picOut);
             width += m_ident->TextX();
         }
         widest = std::max(widest, width + kAutoSizePadding);

@@ -39,7 +39,7 @@ qint32 vkTreeList::horizontalBarHeight() const {
 qint32 vkTreeList::wholeLineCount() {
     // Data lines that fit wholly under the header rows.
     const double lines =
-        std::floor(divide(m_picOut->ScaleHeight() - horizontalBarHeight(), m_rowHeight));
+        std::floor(divide(m_picOut->ScaleHeight() - horizontalBarHeight(), m_settings.rowHeight));
     return toInt32(static_cast<qint64>(lines) - Headers());
 }
 
@@ -74,8 +74,8 @@ void vkTreeList::keepFirstRowReachable() {
 
 qint16 vkTreeList::fittingLineCount() {
     // A partly visible line counts as a line.
-    const double lines =
-        std::floor(divide(m_picOut->ScaleHeight() - horizontalBarHeight(), m_rowHeight) + 0.99999);
+    const double lines = std::floor(
+        divide(m_picOut->ScaleHeight() - horizontalBarHeight(), m_settings.rowHeight) + 0.99999);
     return toInt16(static_cast<qint64>(lines) - Headers());
 }
 
@@ -229,7 +229,7 @@ QVariant vkTreeList::EnsureVisible(const QVariant &IndexKey) {
         return QVariant();
     if (row->Displayed()) {
         const lsCellPtr first = row->Cells()->at(1);
-        if (!first || m_picOut->ScaleHeight() >= first->Top() + m_rowHeight)
+        if (!first || m_picOut->ScaleHeight() >= first->Top() + m_settings.rowHeight)
             return QVariant();
         // Cut off at the bottom: one more line brings it in.
         m_scrY->setValue(toInt16(std::min(m_scrY->value() + 1, m_scrY->maximum())));

@@ -1,0 +1,188 @@
+// vkTreeList: the persisted properties, one table that a new control, a load and a save all read.
+
+#include "vkTreeList.h"
+
+#include "PictureBox.h"
+#include "StdFont.h"
+#include "SystemColors.h"
+
+#include <QHash>
+
+namespace {
+
+QVariant i16(qint32 v) {
+    return QVariant::fromValue<qint16>(static_cast<qint16>(v));
+}
+
+QVariant i32(qint32 v) {
+    return QVariant::fromValue<qint32>(v);
+}
+
+QVariant u32(quint32 v) {
+    return QVariant::fromValue<quint32>(v);
+}
+
+// Flags some properties store as 16-bit numbers (-1 true, 0 false).
+QVariant numberFlag(bool v) {
+    return i16(v ? -1 : 0);
+}
+
+const TreeListSettings kDefaults;
+
+} // namespace
+
+// One persisted property. The default's type tells the bag how the value is stored (a flag, a
+// 16- or 32-bit number, a colour in 32 bits, a font as a map, a name or nothing).
+struct PersistedSetting {
+    using Loaded = QHash<QString, QVariant>;
+
+    const char *key;
+    QVariant (*defaultValue)(const vkTreeList &t);
+    QVariant (*saved)(const vkTreeList &t);
+    // Raises what taking the value in would raise, before the load changes anything; may be null.
+    void (*check)(const vkTreeList &t, const QVariant &value, const Loaded &loaded);
+    void (*apply)(vkTreeList &t, const QVariant &value);
+    // The rows already there keep the old column count (a new control has its header row): the
+    // Headers put builds its rows with it (phase 1), then the Columns put brings every header and
+    // data row to the loaded count (phase 2). Every other value is taken in first.
+    int phase;
+
+    static const std::vector<PersistedSetting> &all();
+};
+
+const std::vector<PersistedSetting> &PersistedSetting::all() {
+    using T = vkTreeList;
+    using V = const QVariant &;
+    // In the order a load reads them, which decides the property a bad file's error names.
+    static const std::vector<PersistedSetting> rows = {
+        {"AutoRedraw", [](const T &) { return QVariant(kDefaults.autoRedraw); },
+         [](const T &t) { return QVariant(t.m_settings.autoRedraw); }, nullptr,
+         [](T &t, V v) { t.m_settings.autoRedraw = v.toBool(); }, 0},
+        // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
+        {"Columns", [](const T &) { return i32(kDefaults.columns); },
+         [](const T &t) { return i32(t.m_settings.columns); },
+         [](const T &, V v, const Loaded &) { toInt16(v.value<qint32>()); },
+         [](T &t, V v) { t.setColumns(v.value<qint32>()); }, 2},
+        {"EditMode", [](const T &) { return i32(kDefaults.editMode); },
+         [](const T &t) { return i32(t.m_settings.editMode); }, nullptr,
+         [](T &t, V v) { t.m_settings.editMode = v.value<qint32>(); }, 0},
+        {"FocusType", [](const T &) { return i32(kDefaults.focusType); },
+         [](const T &t) { return i32(t.m_settings.focusType); }, nullptr,
+         [](T &t, V v) { t.m_settings.focusType = v.value<qint32>(); }, 0},
+        {"Headers", [](const T &) { return i16(kDefaults.headerCount); },
+         [](const T &t) { return i16(t.m_settings.headerCount); },
+         [](const T &t, V v, const Loaded &loaded) {
+             vkTreeList::checkCellCount(qint64(t.m_rows->Count()) +
+                                            std::max<qint16>(v.value<qint16>(), 0),
+                                        loaded.value(QStringLiteral("Columns")).value<qint32>());
+         },
+         [](T &t, V v) { t.setHeaders(v.value<qint16>()); }, 1},
+        {"RowHeight", [](const T &) { return i32(kDefaults.rowHeight); },
+         [](const T &t) { return i32(t.m_settings.rowHeight); }, nullptr,
+         [](T &t, V v) { t.m_settings.rowHeight = v.value<qint32>(); }, 0},
+        {"LineStyle", [](const T &) { return i32(kDefaults.lineStyle); },
+         [](const T &t) { return i32(t.m_settings.lineStyle); }, nullptr,
+         [](T &t, V v) { t.m_settings.lineStyle = v.value<qint32>(); }, 0},
+        {"ColumnWidth", [](const T &) { return i32(kDefaults.defaultColumnWidth); },
+         [](const T &t) { return i32(t.m_settings.defaultColumnWidth); }, nullptr,
+         [](T &t, V v) { t.m_settings.defaultColumnWidth = v.value<qint32>(); }, 0},
+        // A name the host registered its image list under, or nothing.
+        {"ImageList", [](const T &) { return QVariant(); },
+         [](const T &t) {
+             const QString name = t.m_host->imageListName(t.m_imageList);
+             return name.isEmpty() ? QVariant() : QVariant(name);
+         },
+         nullptr,
+         [](T &t, V v) {
+             t.m_imageList = v.isValid() ? t.m_host->findImageList(v.toString()) : nullptr;
+         },
+         0},
+        {"Enabled", [](const T &) { return QVariant(true); },
+         [](const T &t) { return QVariant(t.Enabled()); }, nullptr,
+         [](T &t, V v) { t.setEnabled(v.toBool()); }, 0},
+        {"Appearance", [](const T &) { return i16(kDefaults.appearance); },
+         [](const T &t) { return i16(t.m_settings.appearance); }, nullptr,
+         [](T &t, V v) { t.setAppearance(v.value<qint16>()); }, 0},
+        // The font a new control gets is the host's.
+        {"Font", [](const T &t) { return stdFontToVariant(t.m_host->AmbientFont()); },
+         [](const T &t) { return stdFontToVariant(t.m_picOut->Font()); },
+         [](const T &, V v, const Loaded &) { stdFontFromVariant(v.toMap()); },
+         [](T &t, V v) { t.m_picOut->setFont(stdFontFromVariant(v.toMap())); }, 0},
+        // Colours load in either their unsigned or their signed 32-bit form.
+        {"ForeColor", [](const T &) { return u32(TreeListSettings::kForeColor); },
+         [](const T &t) { return u32(t.m_picOut->ForeColor()); }, nullptr,
+         [](T &t, V v) { t.m_picOut->setForeColor(v.value<quint32>()); }, 0},
+        {"BackColor", [](const T &) { return u32(TreeListSettings::kBackColor); },
+         [](const T &t) { return u32(t.m_picOut->BackColor()); }, nullptr,
+         [](T &t, V v) {
+             t.m_picOut->setBackColor(v.value<quint32>());
+             t.paintBorderBackground();
+         },
+         0},
+        {"MultiSelect", [](const T &) { return numberFlag(kDefaults.multiSelect); },
+         [](const T &t) { return numberFlag(t.m_settings.multiSelect); }, nullptr,
+         [](T &t, V v) { t.m_settings.multiSelect = v.value<qint16>() != 0; }, 0},
+        {"AutoSelectNew", [](const T &) { return QVariant(kDefaults.autoSelectNew); },
+         [](const T &t) { return QVariant(t.m_settings.autoSelectNew); }, nullptr,
+         [](T &t, V v) { t.m_settings.autoSelectNew = v.toBool(); }, 0},
+        {"ComponentVersion", [](const T &) { return i16(0); },
+         [](const T &t) { return i16(t.m_settings.componentVersion.toInt()); }, nullptr,
+         [](T &t, V v) { t.m_settings.componentVersion = i16(v.value<qint16>()); }, 0},
+        {"ExpandOnDoubleClick", [](const T &) { return numberFlag(kDefaults.expandOnDoubleClick); },
+         [](const T &t) { return numberFlag(t.m_settings.expandOnDoubleClick); }, nullptr,
+         [](T &t, V v) { t.m_settings.expandOnDoubleClick = v.value<qint16>() != 0; }, 0},
+    };
+    return rows;
+}
+
+void vkTreeList::InitProperties() {
+    // Starting over leaves the border and the scale unit as the window has them.
+    const qint16 appearance = m_settings.appearance;
+    const qint16 scaleMode = m_settings.scaleMode;
+    m_settings = TreeListSettings();
+    m_settings.appearance = appearance;
+    m_settings.scaleMode = scaleMode;
+    paintBorderBackground();
+    if (!m_host->AmbientUserMode()) {
+        buildDesignSample();
+        Refresh(true);
+    } else {
+        // A Qt host creates its controls in code rather than loading them from a saved form, so
+        // a new control starts the way a saved default one loads: one header row, one column.
+        setHeaders(static_cast<qint16>(m_settings.headerCount));
+    }
+}
+
+void vkTreeList::ReadProperties(const PropertyBag &bag) {
+    // Everything is read and checked first: a bad value fails the load, naming its property,
+    // before anything of the control has changed.
+    PersistedSetting::Loaded loaded;
+    for (const PersistedSetting &row : PersistedSetting::all()) {
+        const QString key = QLatin1String(row.key);
+        const QVariant value = bag.ReadProperty(key, row.defaultValue(*this));
+        if (row.check) {
+            try {
+                row.check(*this, value, loaded);
+            } catch (const TreeListError &e) {
+                throw bag.errorAt(key, e);
+            }
+        }
+        loaded.insert(key, value);
+    }
+    for (int phase = 0; phase <= 2; ++phase)
+        for (const PersistedSetting &row : PersistedSetting::all())
+            if (row.phase == phase)
+                row.apply(*this, loaded.value(QLatin1String(row.key)));
+}
+
+void vkTreeList::WriteProperties(PropertyBag &bag) const {
+    for (const PersistedSetting &row : PersistedSetting::all())
+        bag.WriteProperty(QLatin1String(row.key), row.saved(*this), row.defaultValue(*this));
+}
+
+void vkTreeList::paintBorderBackground() {
+    // The border strip around the drawing child shows the control's background colour.
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_picOut->BackColor())));
+    setPalette(pal);
+}
