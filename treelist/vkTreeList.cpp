@@ -4,6 +4,8 @@
 
 #include "vkTreeList.h"
 
+#include "FrameKeeper.h"
+
 #include "PropertyNotify.h"
 
 #include "BuiltinPictures.h"
@@ -26,7 +28,7 @@ constexpr qint32 kBorder3D = 2;
 } // namespace
 
 vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
-    : QWidget(parent), m_host(host),
+    : QWidget(parent), m_frames(std::make_unique<FrameKeeper>(*this)), m_host(host),
       m_guard(std::make_unique<EntryGuard>(
           [this](qint32 number, const QString &text) { emit OnError(number, text); })) {
     if (!m_host) {
@@ -57,7 +59,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     });
     connect(m_picOut, &PictureBox::paintRequested, this, [this] {
         guarded("paint", [&] {
-            RedrawFrame(true);
+            m_frames->RedrawFrame(true);
             // The frame was copied over the screen: a column drag's line goes back on top.
             if (m_dragging)
                 m_picOut->invertVerticalLine(m_dragX);
@@ -69,7 +71,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
             if (!focused && m_editing)
                 return;
             m_hasFocus = focused;
-            RedrawFrame(false);
+            m_frames->RedrawFrame(false);
         });
     });
     connectInput();
@@ -126,8 +128,7 @@ void vkTreeList::Terminate() {
     m_headers.reset();
     m_hit.reset();
     m_ident.reset();
-    m_surface.reset();
-    m_spareSurface.reset();
+    m_frames->release();
     for (StdPicturePtr &picture : m_pictures)
         picture.reset();
 }
@@ -200,12 +201,12 @@ void vkTreeList::setAppearance(qint32 value) {
     const int border = m_settings.appearance == lsApp3D ? kBorder3D : 0;
     setContentsMargins(border, border, border, border);
     notify("Appearance");
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
 }
 
 void vkTreeList::setAutoRedraw(bool value) {
     // Turned off, the control keeps showing the frame of its last repaint.
-    settlePixels();
+    m_frames->settlePixels();
     m_settings.autoRedraw = value;
     notify("AutoRedraw");
     if (value)
@@ -218,7 +219,7 @@ OleColor vkTreeList::BackColor() const {
 
 void vkTreeList::setBackColor(OleColor value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    settlePixels();
+    m_frames->settlePixels();
     m_picOut->setBackColor(value);
     notify("BackColor");
 }
@@ -230,7 +231,7 @@ void vkTreeList::setEditMode(qint32 value) {
 
 void vkTreeList::setFocusType(qint32 value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    settlePixels();
+    m_frames->settlePixels();
     m_settings.focusType = value;
     notify("FocusType");
 }
@@ -242,7 +243,7 @@ StdFontPtr vkTreeList::Font() const {
 void vkTreeList::setFont(const StdFontPtr &font) {
     if (!font)
         throw TreeListError(TreeListError::TypeMismatch);
-    settlePixels();
+    m_frames->settlePixels();
     m_picOut->setFont(font);
     notify("Font");
 }
@@ -253,14 +254,14 @@ OleColor vkTreeList::ForeColor() const {
 
 void vkTreeList::setForeColor(OleColor value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    settlePixels();
+    m_frames->settlePixels();
     m_picOut->setForeColor(value);
     notify("ForeColor");
 }
 
 void vkTreeList::setImageList(const lsImageListPtr &list) {
     // No repaint follows: the frame shows the look of the last repaint.
-    settlePixels();
+    m_frames->settlePixels();
     m_imageList = list;
     notify("ImageList");
 }
@@ -284,7 +285,7 @@ void vkTreeList::setQtFont(const QFont &font) {
 void vkTreeList::setLineStyle(qint32 value) {
     m_settings.lineStyle = value;
     notify("LineStyle");
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
 }
 
 void vkTreeList::setRowHeight(qint32 value) {
@@ -293,12 +294,12 @@ void vkTreeList::setRowHeight(qint32 value) {
         return;
     m_settings.rowHeight = value;
     notify("RowHeight");
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
 }
 
 void vkTreeList::setMultiSelect(bool value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    settlePixels();
+    m_frames->settlePixels();
     m_settings.multiSelect = value;
     notify("MultiSelect");
 }
@@ -311,6 +312,24 @@ void vkTreeList::setAutoSelectNew(bool value) {
 void vkTreeList::setExpandOnDoubleClick(bool value) {
     m_settings.expandOnDoubleClick = value;
     notify("ExpandOnDoubleClick");
+}
+
+void vkTreeList::Refresh(bool Clear) {
+    if (Clear)
+        m_picOut->Cls();
+    m_frames->RedrawFrame(false);
+}
+
+const OffScreenDC *vkTreeList::surface() {
+    return m_frames->surface();
+}
+
+float vkTreeList::ReDrawTime() const {
+    return m_frames->redrawTime();
+}
+
+qint32 vkTreeList::LastPaintedRow() const {
+    return m_frames->lastPaintedRow();
 }
 
 StdPicturePtr vkTreeList::builtinPicture(int number) const {
@@ -341,7 +360,7 @@ void vkTreeList::syncEnabled() {
         return;
     m_ownEnabled = Enabled();
     notify("Enabled");
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
 }
 
 void vkTreeList::paintEvent(QPaintEvent *) {

@@ -25,6 +25,7 @@
 #include <memory>
 #include <optional>
 
+class FrameKeeper;
 class PictureBox;
 struct PaintContext;
 class lsEdit;
@@ -245,11 +246,11 @@ public:
     // Recomposes the whole frame (after clearing the drawing child when asked).
     Q_INVOKABLE void Refresh(bool Clear = false);
     // "Returns the time was necessary to redraw the control." (seconds).
-    float ReDrawTime() const { return m_redrawTime; }
+    float ReDrawTime() const;
     // The composed frame (null before the first one); a repaint's pixels are composed first.
     const OffScreenDC *surface();
     // Index of the last row painted in the last frame.
-    qint32 LastPaintedRow() const { return m_lastPaintedRow; }
+    qint32 LastPaintedRow() const;
 
     // --- Children and owned objects -------------------------------------------------------------
     PictureBox *picOut() const { return m_picOut; }
@@ -452,52 +453,8 @@ private:
     qint32 wholeLineCount();
     void scrollIntoView(qint32 rowIndex);
 
-    // Painting
-    void RedrawFrame(bool keepIfUnchanged);
-    void composeFrame();
-    // Lays out a view scrolled down by part of a page since the last layout, moving the rows that
-    // stay instead of placing them anew; false (with a whole layout to follow) otherwise.
-    bool scrollLaidOutRows();
-    // Composes the pixels a repaint left for Qt's next paint, before something that no repaint
-    // follows changes what they would show.
-    void settlePixels();
-    void storeRedrawTime(float start);
-    std::unique_ptr<OffScreenDC> newSurface();
-    void paintFrame(OffScreenDC &dc);
-    // Lays out rows and headers (`shown`: the rows on screen), again when the bars moved the view.
-    void layoutFrame(std::vector<lsNodePtr> &shown);
-    // Lays them out once; true when the bar layout that ends it moved the view.
-    bool layoutLayers(std::vector<lsNodePtr> &shown);
-
-    // What a composed frame was drawn from besides the rows and cells (whose changes TreeEdits
-    // counts): while none of it changed, the frame shown is still the one a repaint would give.
-    struct FrameInputs {
-        qint32 width, height, offset, rowHeight, columns, lineStyle, focusType, headers, firstRow,
-            visibleLines;
-        bool hasFocus, multiSelect;
-        OleColor back, fore;
-        QFont font;
-        const lsImageList *imageList;
-        qint32 images;
-        bool operator==(const FrameInputs &) const = default;
-    };
-    FrameInputs frameInputs();
-    bool rowsUnchangedSinceFrame() const;
-    // Nothing changed on screen by what the caller did: the frame (or the pending layout) still
-    // stands for the rows as they are.
-    void keepFrameCurrent();
-    bool keepFrameAfterAdd(const lsNodePtr &row);
-    bool rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown);
-    // The rows the frame shows, top to bottom, then `landing` (when given) on the next line;
-    // false when they are not all there.
-    bool collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown);
-    void repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to, bool landed);
-    void placeLandingRow(const lsNodePtr &row);
-    void countLandingRow(const lsNodePtr &row);
-    bool repaintCellInPlace(const lsNodePtr &row, qint32 property);
-    PaintContext paintContext();
-    void repaintRow(const lsNodePtr &row, bool header);
-    void showSurface();
+    friend class FrameKeeper;
+    std::unique_ptr<FrameKeeper> m_frames;
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;
@@ -513,8 +470,6 @@ private:
     std::unique_ptr<lsNodes> m_headers;
     std::unique_ptr<lsNodes> m_rows;
     std::unique_ptr<lsIdent> m_ident;
-    std::unique_ptr<OffScreenDC> m_surface;
-    std::unique_ptr<OffScreenDC> m_spareSurface; // the previous frame's, painted over next
     std::array<StdPicturePtr, 6> m_pictures;
 
     TreeListSettings m_settings;
@@ -540,17 +495,7 @@ private:
     qint32 m_dragX = 0;
     bool m_doubleClicked = false;
     int m_wheelRemainder = 0;
-    float m_redrawTime = 0.0f;
-    qint32 m_lastPaintedRow = 0;
-    qint32 m_widestText = 0;
     std::optional<std::pair<BarLayout, BarStates>> m_barLayout; // of the last full bar layout
-    std::optional<FrameInputs> m_frameInputs; // of the frame shown; none while it may be stale
-    bool m_pixelsPending = false;             // laid out, not yet composed
-    // What the last layout was made from: the frame's inputs and TreeEdits::count() after it.
-    std::optional<std::pair<FrameInputs, quint64>> m_laidOut;
-    quint64 m_frameEdits = 0;  // TreeEdits::count() when it was last known right
-    qint32 m_shownRows = 0;    // rows it shows
-    qint32 m_lastShownRow = 0; // Index of its last row, 0 for none
     bool m_terminated = false;
     bool m_ownEnabled = true; // the last Enabled told to the host
 };

@@ -7,6 +7,8 @@
 
 #include "vkTreeList.h"
 
+#include "FrameKeeper.h"
+
 #include "PictureBox.h"
 #include "lsEdit.h"
 
@@ -72,7 +74,7 @@ bool vkTreeList::Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode) {
     if (!row || !selected || row->Index() != RowID || selected->Index() != ColID) {
         m_rows->Selected(RowID, ColID, false);
         // The selection the grid shows moves with it.
-        RedrawFrame(false);
+        m_frames->RedrawFrame(false);
     }
     const lsCellPtr cell = m_rows->SelectedCell();
     if (!cell)

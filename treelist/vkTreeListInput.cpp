@@ -7,6 +7,8 @@
 
 #include "vkTreeList.h"
 
+#include "FrameKeeper.h"
+
 #include "KeyCodes.h"
 #include "PictureBox.h"
 #include "VariantNumber.h"
@@ -126,7 +128,7 @@ void vkTreeList::onMouseDoubleClick() {
             m_rows->Selected(row->Index(), m_hit->DataCol(), false);
             if (row->HasChild() && m_settings.expandOnDoubleClick)
                 toggleExpanded(row);
-            RedrawFrame(false);
+            m_frames->RedrawFrame(false);
         }
     }
     emit DblClick();
@@ -212,7 +214,7 @@ void vkTreeList::endColumnDrag() {
         for (const lsNodePtr &row : *nodes)
             if (lsCell *cell = row->borrowCells().cell(m_borderColumn))
                 cell->setWidth(width);
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
 }
 
 void vkTreeList::onWheel(const QWheelEvent &event) {
@@ -312,19 +314,19 @@ void vkTreeList::selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint
                            bool multi) {
     // Only the rows whose look changes are painted again, in place over the kept frame when
     // nothing else changed since it was composed; otherwise the frame is composed anew.
-    const bool frameWasCurrent = rowsUnchangedSinceFrame();
+    const bool frameWasCurrent = m_frames->rowsUnchangedSinceFrame();
     const qint32 selectedBefore = m_rows->Selected(row->Index(), column, multi);
     if (!multi && selectedBefore >= 2) {
-        RedrawFrame(false);
+        m_frames->RedrawFrame(false);
         return;
     }
     // The selection cleared the previous row's flags and set the new row's: their lines show it.
     bool inPlace = frameWasCurrent;
     if (!multi && previous && previous->Displayed())
-        inPlace = inPlace && repaintLineInPlace(previous);
-    inPlace = inPlace && repaintLineInPlace(row);
+        inPlace = inPlace && m_frames->repaintLineInPlace(previous);
+    inPlace = inPlace && m_frames->repaintLineInPlace(row);
     if (inPlace)
-        keepFrameCurrent();
+        m_frames->keepFrameCurrent();
     else
-        RedrawFrame(false);
+        m_frames->RedrawFrame(false);
 }

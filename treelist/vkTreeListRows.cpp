@@ -2,6 +2,8 @@
 
 #include "vkTreeList.h"
 
+#include "FrameKeeper.h"
+
 #include "PictureBox.h"
 #include "VariantNumber.h"
 
@@ -60,8 +62,8 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
     // Adding rows one by one below the view must not cost a frame each when none shows them. A
     // selection changes how rows look, not where they lie: while the pixels wait for Qt's paint,
     // the new row's selection leaves the layout to the add.
-    const bool frameWasCurrent =
-        (!m_settings.autoSelectNew || m_pixelsPending) && rowsUnchangedSinceFrame();
+    const bool frameWasCurrent = (!m_settings.autoSelectNew || m_frames->pixelsPending()) &&
+                                 m_frames->rowsUnchangedSinceFrame();
     const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
     if (!node)
         return -1;
@@ -82,7 +84,7 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
     // row is brought into view from there.
     if (m_settings.autoSelectNew)
         m_rows->Selected(node->Index(), 0, false);
-    if (!keepFrameAfterAdd(node))
+    if (!m_frames->keepFrameAfterAdd(node))
         Refresh(false);
     if (m_settings.autoSelectNew)
         scrollIntoView(node->Index());
@@ -140,8 +142,8 @@ void vkTreeList::addHeaderCells(const lsNodePtr &node) {
 bool vkTreeList::Clear() {
     m_rows->Clear();
     m_firstDisplayedRow = 0;
-    m_lastPaintedRow = 0;
-    RedrawFrame(false);
+    m_frames->setLastPaintedRow(0);
+    m_frames->RedrawFrame(false);
     return false;
 }
 
@@ -180,7 +182,7 @@ bool vkTreeList::setRowExpanded(const QVariant &RowIndexKey, bool expanded) {
         emit OnExpand(node->Index());
     else
         emit OnCollapse(node->Index());
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
     return true;
 }
 
@@ -204,7 +206,7 @@ bool vkTreeList::RemoveItem(const QVariant &RowIndexKey) {
             }
         }
         m_rows->Remove(node->Key());
-        RedrawFrame(false);
+        m_frames->RedrawFrame(false);
         result = true;
     }
     if (m_rows->Count() == 0)
@@ -243,16 +245,16 @@ QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {
 
 void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                              const QVariant &value) {
-    const bool frameWasCurrent = rowsUnchangedSinceFrame();
+    const bool frameWasCurrent = m_frames->rowsUnchangedSinceFrame();
     const lsNodePtr row = listRow(RowID, ColID);
     lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
     if (row->Displayed()) {
-        if (!(frameWasCurrent && repaintCellInPlace(row, CellProperty)))
-            repaintRow(row, false);
+        if (!(frameWasCurrent && m_frames->repaintCellInPlace(row, CellProperty)))
+            m_frames->repaintRow(row, false);
     } else if (frameWasCurrent)
-        keepFrameCurrent(); // a row off screen: the frame still shows the same
+        m_frames->keepFrameCurrent(); // a row off screen: the frame still shows the same
 }
 
 QVariant vkTreeList::HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const {
@@ -267,7 +269,7 @@ void vkTreeList::setHeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
     if (row->Displayed())
-        repaintRow(row, true);
+        m_frames->repaintRow(row, true);
 }
 
 QVariant vkTreeList::cellProperty(const lsCell &cell, qint32 property) const {
@@ -354,7 +356,7 @@ void vkTreeList::SelectItem(qint32 RowID, std::optional<qint32> ColID) {
     }
     // A programmatic selection always replaces the previous one, whatever MultiSelect says.
     m_rows->Selected(RowID, *ColID, false);
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
 }
 
 bool vkTreeList::Mark(qint32 RowID) const {
@@ -367,7 +369,7 @@ void vkTreeList::setMark(qint32 RowID, bool value) {
     if (!row)
         return;
     row->setMarked(value);
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
 }
 
 // --- Columns and headers ------------------------------------------------------------------------
@@ -483,6 +485,6 @@ bool vkTreeList::AutoSize(qint32 ColID) {
         row->Cells()->Item(ColID)->setWidth(widest);
     for (const lsNodePtr &header : *m_headers)
         header->Cells()->Item(ColID)->setWidth(widest);
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
     return false;
 }

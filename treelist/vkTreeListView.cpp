@@ -2,6 +2,8 @@
 
 #include "vkTreeList.h"
 
+#include "FrameKeeper.h"
+
 #include "lsEdit.h"
 
 #include "PictureBox.h"
@@ -25,7 +27,7 @@ void vkTreeList::onResize() {
     const bool moreLines = lineCapacity();
     layoutScrollBars();
     m_host->DoEvents();
-    RedrawFrame(!moreLines);
+    m_frames->RedrawFrame(!moreLines);
 }
 
 qint32 vkTreeList::scrollBarExtent() const {
@@ -195,7 +197,7 @@ void vkTreeList::onVerticalScroll(int value) {
     if (m_editing)
         m_lseMisc->AbortEdit();
     m_firstDisplayedRow = toInt16(rowAtDisplayPosition(value));
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
     emit Scroll();
 }
 
@@ -205,7 +207,7 @@ void vkTreeList::onHorizontalScroll(int value) {
     if (m_editing)
         m_lseMisc->AbortEdit();
     m_horizontalOffset = -value;
-    RedrawFrame(false);
+    m_frames->RedrawFrame(false);
     emit Scroll();
 }
 

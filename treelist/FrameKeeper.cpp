@@ -1,5 +1,7 @@
-// vkTreeList: repaints. A repaint lays the view out at once and leaves the pixels to Qt's next
-// paint; the frame is composed whole, off screen, and shared with the drawing child.
+// A repaint lays the view out at once and leaves the pixels to Qt's next paint; the frame is
+// composed whole, off screen, and shared with the drawing child.
+
+#include "FrameKeeper.h"
 
 #include "vkTreeList.h"
 
@@ -9,37 +11,31 @@
 
 #include <QScopeGuard>
 
-void vkTreeList::Refresh(bool Clear) {
-    if (Clear)
-        m_picOut->Cls();
-    RedrawFrame(false);
-}
-
-std::unique_ptr<OffScreenDC> vkTreeList::newSurface() {
+std::unique_ptr<OffScreenDC> FrameKeeper::newSurface() {
     // The surface of the frame before last is free again: it becomes the new one, which spares
     // allocating and clearing fresh memory for every frame.
     std::unique_ptr<OffScreenDC> dc =
         m_spareSurface ? std::move(m_spareSurface) : std::make_unique<OffScreenDC>();
     dc->setOriginX(0);
-    dc->Initialize(m_picOut->screenImage(), m_picOut->ScaleWidth(), m_picOut->ScaleHeight(),
-                   m_picOut->BackColor(), m_picOut->ForeColor(), m_picOut->Font());
+    dc->Initialize(t.m_picOut->screenImage(), t.m_picOut->ScaleWidth(), t.m_picOut->ScaleHeight(),
+                   t.m_picOut->BackColor(), t.m_picOut->ForeColor(), t.m_picOut->Font());
     return dc;
 }
 
-void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
-    if (!m_rows)
+void FrameKeeper::RedrawFrame(bool keepIfUnchanged) {
+    if (!t.m_rows)
         return;
     const float start = secondsSinceMidnight();
     if (!m_surface)
         m_surface = newSurface();
-    if (m_settings.autoRedraw) {
+    if (t.m_settings.autoRedraw) {
         if (!keepIfUnchanged) {
             // What a host reads of the view (Displayed, the cells' places, the bars, Scroll) is
             // decided now; the pixels are composed once, when Qt next paints the control or the
             // frame is asked for, so that repaints in a row cost one frame between them. A layout
             // of rows and settings that did not change since the last one would give the same
             // (while editing, the bars are left as they are: the layout is not the same).
-            if (m_editing || !m_laidOut || !(m_laidOut->first == frameInputs()) ||
+            if (t.m_editing || !m_laidOut || !(m_laidOut->first == frameInputs()) ||
                 m_laidOut->second != TreeEdits::count()) {
                 if (!scrollLaidOutRows()) {
                     std::vector<lsNodePtr> shown;
@@ -49,70 +45,73 @@ void vkTreeList::RedrawFrame(bool keepIfUnchanged) {
             }
             m_frameInputs.reset();
             m_pixelsPending = true;
-            m_picOut->update();
+            t.m_picOut->update();
             storeRedrawTime(start);
             return;
         }
         if (m_pixelsPending ||
-            m_surface->HasChanged(m_picOut->ScaleWidth(), m_picOut->ScaleHeight()))
+            m_surface->HasChanged(t.m_picOut->ScaleWidth(), t.m_picOut->ScaleHeight()))
             composeFrame();
     }
     showSurface();
     storeRedrawTime(start);
 }
 
-bool vkTreeList::scrollLaidOutRows() {
+bool FrameKeeper::scrollLaidOutRows() {
     // Only the first row shown moved down, by fewer rows than are shown, since the last layout:
     // the rows that stay move up by as many lines, the rows that leave are no longer displayed
     // and only the rows that come in are placed, as a whole layout would leave them.
-    if (m_editing || !m_laidOut || m_laidOut->second != TreeEdits::count() || m_rows->Count() == 0)
+    if (t.m_editing || !m_laidOut || m_laidOut->second != TreeEdits::count() ||
+        t.m_rows->Count() == 0)
         return false;
     const FrameInputs now = frameInputs();
     FrameInputs before = m_laidOut->first;
     const qint32 beforeFirst = before.firstRow;
     before.firstRow = now.firstRow;
     // With every row fitting, a whole layout brings the view back to the first row.
-    if (!(before == now) || now.firstRow <= beforeFirst || m_displayedRowCount <= wholeLineCount())
+    if (!(before == now) || now.firstRow <= beforeFirst ||
+        t.m_displayedRowCount <= t.wholeLineCount())
         return false;
     const auto firstRank = [&](qint32 first) {
-        return m_rows->VisibleRowsUpTo(std::min(first - 1, m_rows->Count())) + 1;
+        return t.m_rows->VisibleRowsUpTo(std::min(first - 1, t.m_rows->Count())) + 1;
     };
     const qint32 from = firstRank(beforeFirst), to = firstRank(now.firstRow);
     const qint32 moved = to - from;
     if (moved <= 0 || moved >= m_shownRows)
         return false;
-    const qint32 headers = Headers();
+    const qint32 headers = t.Headers();
     // The rows that leave, then those that stay, then as many as could come in.
-    const std::vector<lsNodePtr> rows = m_rows->VisibleRowsFrom(from, moved + m_visibleLineCount);
+    const std::vector<lsNodePtr> rows =
+        t.m_rows->VisibleRowsFrom(from, moved + t.m_visibleLineCount);
     if (qint32(rows.size()) < m_shownRows)
         return false;
     for (qint32 i = 0; i < moved; ++i)
         rows[size_t(i)]->setDisplayed(false);
-    const qint32 up = moved * m_settings.rowHeight;
+    const qint32 up = moved * t.m_settings.rowHeight;
     for (qint32 i = moved; i < m_shownRows; ++i)
         rows[size_t(i)]->borrowCells().forEachUpTo(
-            m_settings.columns, [up](lsCell &cell) { cell.setTop(cell.Top() - up); });
+            t.m_settings.columns, [up](lsCell &cell) { cell.setTop(cell.Top() - up); });
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     qint32 line = headers + m_shownRows - moved;
     size_t i = size_t(m_shownRows);
-    for (; line < headers + m_visibleLineCount && i < rows.size(); ++i, ++line) {
-        painter.placeRow(*m_rows, rows[i], line);
-        painter.placeText(rows[i], *m_ident);
+    for (; line < headers + t.m_visibleLineCount && i < rows.size(); ++i, ++line) {
+        painter.placeRow(*t.m_rows, rows[i], line);
+        painter.placeText(rows[i], *t.m_ident);
     }
     m_shownRows = line - headers;
     m_lastShownRow = rows[i - 1]->Index();
     m_lastPaintedRow = m_lastShownRow;
     // The bars take the new position in; should they move the view after all, it is laid out
     // whole.
-    const qint32 offset = m_horizontalOffset;
-    const qint16 first = m_firstDisplayedRow;
-    layoutScrollBars();
-    return m_horizontalOffset == offset && m_firstDisplayedRow == first &&
-           fittingLineCount() == m_visibleLineCount;
+    const qint32 offset = t.m_horizontalOffset;
+    const qint16 first = t.m_firstDisplayedRow;
+    t.layoutScrollBars();
+    return t.m_horizontalOffset == offset && t.m_firstDisplayedRow == first &&
+           t.fittingLineCount() == t.m_visibleLineCount;
 }
 
-void vkTreeList::composeFrame() {
+void FrameKeeper::composeFrame() {
     // A frame that fails is not tried again at every paint: the last good one stays in place.
     m_pixelsPending = false;
     // Composed aside and kept only when whole.
@@ -123,59 +122,59 @@ void vkTreeList::composeFrame() {
     m_surface = std::move(frame);
     // A frame whose scroll bars took or gave back a line as it ended is what a repaint gives only
     // from the next one on. (Without rows nothing counted the lines.)
-    if (m_rows->Count() == 0 || fittingLineCount() == m_visibleLineCount)
+    if (t.m_rows->Count() == 0 || t.fittingLineCount() == t.m_visibleLineCount)
         m_frameInputs = frameInputs();
     m_frameEdits = TreeEdits::count();
 }
 
-void vkTreeList::settlePixels() {
-    if (m_pixelsPending && m_settings.autoRedraw)
+void FrameKeeper::settlePixels() {
+    if (m_pixelsPending && t.m_settings.autoRedraw)
         RedrawFrame(true);
 }
 
-const OffScreenDC *vkTreeList::surface() {
+const OffScreenDC *FrameKeeper::surface() {
     settlePixels();
     return m_surface.get();
 }
 
-void vkTreeList::storeRedrawTime(float start) {
+void FrameKeeper::storeRedrawTime(float start) {
     const float elapsed = secondsSinceMidnight() - start;
     // Past midnight the stored time is the start plus one day, as it always was.
     m_redrawTime = elapsed < 0 ? start + 86400.0f : elapsed;
 }
 
-PaintContext vkTreeList::paintContext() {
+PaintContext FrameKeeper::paintContext() {
     PaintContext ctx;
-    ctx.rowHeight = m_settings.rowHeight;
-    ctx.columns = m_settings.columns;
-    ctx.lineStyle = m_settings.lineStyle;
-    ctx.focusType = m_settings.focusType;
-    ctx.hasFocus = m_hasFocus;
-    ctx.multiSelect = m_settings.multiSelect;
-    ctx.headers = Headers();
-    ctx.firstDisplayedRow = m_firstDisplayedRow;
-    ctx.visibleLineCount = m_visibleLineCount;
-    ctx.scaleHeight = m_picOut->ScaleHeight();
-    ctx.gapColor = m_picOut->BackColor();
-    ctx.imageList = m_imageList.get();
-    ctx.scale = m_picOut;
-    ctx.pictures = &m_pictures;
+    ctx.rowHeight = t.m_settings.rowHeight;
+    ctx.columns = t.m_settings.columns;
+    ctx.lineStyle = t.m_settings.lineStyle;
+    ctx.focusType = t.m_settings.focusType;
+    ctx.hasFocus = t.m_hasFocus;
+    ctx.multiSelect = t.m_settings.multiSelect;
+    ctx.headers = t.Headers();
+    ctx.firstDisplayedRow = t.m_firstDisplayedRow;
+    ctx.visibleLineCount = t.m_visibleLineCount;
+    ctx.scaleHeight = t.m_picOut->ScaleHeight();
+    ctx.gapColor = t.m_picOut->BackColor();
+    ctx.imageList = t.m_imageList.get();
+    ctx.scale = t.m_picOut;
+    ctx.pictures = &t.m_pictures;
     return ctx;
 }
 
-void vkTreeList::paintFrame(OffScreenDC &dc) {
+void FrameKeeper::paintFrame(OffScreenDC &dc) {
     std::vector<lsNodePtr> shown;
     layoutFrame(shown);
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     // Rows and headers scroll sideways together.
-    dc.setOriginX(m_horizontalOffset);
-    painter.paintLaidOutRows(dc, *m_rows, *m_ident, shown, m_widestText);
-    painter.paintLaidOutHeaders(dc, *m_headers);
+    dc.setOriginX(t.m_horizontalOffset);
+    painter.paintLaidOutRows(dc, *t.m_rows, *t.m_ident, shown, m_widestText);
+    painter.paintLaidOutHeaders(dc, *t.m_headers);
     dc.setOriginX(0);
 }
 
-void vkTreeList::layoutFrame(std::vector<lsNodePtr> &shown) {
+void FrameKeeper::layoutFrame(std::vector<lsNodePtr> &shown) {
     // The bar layout that ends the row layout may bring the horizontal bar in or take it away
     // (and the offset with it), or move the view with a bar whose range shrank. The frame must
     // show what the layout decided, or the rows would stay shifted out of a view that has no bar
@@ -184,43 +183,43 @@ void vkTreeList::layoutFrame(std::vector<lsNodePtr> &shown) {
         layoutLayers(shown);
 }
 
-bool vkTreeList::layoutLayers(std::vector<lsNodePtr> &shown) {
+bool FrameKeeper::layoutLayers(std::vector<lsNodePtr> &shown) {
     m_shownRows = 0;
     m_lastShownRow = 0;
     shown.clear();
     bool moved = false;
-    if (m_rows->Count() > 0) {
-        if (m_firstDisplayedRow < 1)
-            m_firstDisplayedRow = 1;
-        lineCapacity();
-        keepFirstRowReachable();
+    if (t.m_rows->Count() > 0) {
+        if (t.m_firstDisplayedRow < 1)
+            t.m_firstDisplayedRow = 1;
+        t.lineCapacity();
+        t.keepFirstRowReachable();
         const PaintContext ctx = paintContext();
-        RowPaintResult laid = TreeListPainter(ctx).layoutRows(*m_rows, *m_ident);
+        RowPaintResult laid = TreeListPainter(ctx).layoutRows(*t.m_rows, *t.m_ident);
         if (laid.lastPaintedRow > 0)
             m_lastPaintedRow = laid.lastPaintedRow;
         m_shownRows = laid.painted;
         m_lastShownRow = laid.lastPaintedRow;
         shown = std::move(laid.shown);
-        const qint32 offset = m_horizontalOffset;
-        const qint16 first = m_firstDisplayedRow;
-        layoutScrollBars();
+        const qint32 offset = t.m_horizontalOffset;
+        const qint16 first = t.m_firstDisplayedRow;
+        t.layoutScrollBars();
         // A horizontal bar that came or went also changed the lines that fit.
-        moved = m_horizontalOffset != offset || m_firstDisplayedRow != first ||
-                fittingLineCount() != m_visibleLineCount;
+        moved = t.m_horizontalOffset != offset || t.m_firstDisplayedRow != first ||
+                t.fittingLineCount() != t.m_visibleLineCount;
     }
     const PaintContext ctx = paintContext();
-    TreeListPainter(ctx).layoutHeaders(*m_headers);
+    TreeListPainter(ctx).layoutHeaders(*t.m_headers);
     return moved;
 }
 
-void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
-    if (!m_surface || !m_settings.autoRedraw)
+void FrameKeeper::repaintRow(const lsNodePtr &row, bool header) {
+    if (!m_surface || !t.m_settings.autoRedraw)
         return;
     if (m_pixelsPending) {
         // The frame about to be composed shows the row as it is now; its first cell's text
         // offset, which a host reads, follows the row at once.
         if (!header)
-            TreeListPainter(paintContext()).placeText(row, *m_ident);
+            TreeListPainter(paintContext()).placeText(row, *t.m_ident);
         return;
     }
     // A data row is painted again as a frame paints its line: the lines of the rows around it
@@ -236,31 +235,40 @@ void vkTreeList::repaintRow(const lsNodePtr &row, bool header) {
     }
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
-    // The screen shares the frame's raster, and painting into a shared raster would copy all of it
-    // first. The screen lets go of it while the row is painted and takes it back afterwards (also
-    // when painting fails), so the row is drawn in place.
-    QImage *screen = m_picOut->screenImage();
+    paintInPlace([&] {
+        m_surface->setOriginX(t.m_horizontalOffset);
+        if (header) {
+            for (const lsCellPtr &cell : *row->Cells())
+                if (cell->Visible())
+                    painter.PaintCell(*m_surface, *cell, 0);
+        } else {
+            t.m_ident->Refresh(row, t.m_settings.rowHeight, t.m_imageList.get(), t.m_picOut);
+            painter.paintRow(*m_surface, *t.m_rows, *row, *t.m_ident);
+        }
+    });
+    showSurface();
+}
+
+void FrameKeeper::paintInPlace(const std::function<void()> &paint) {
+    QImage *screen = t.m_picOut->screenImage();
     const bool shared = !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
     if (shared)
         *screen = QImage();
     const auto giveBack = qScopeGuard([&] {
+        m_surface->ClearClip();
         m_surface->setOriginX(0);
         if (shared)
             *screen = *m_surface->hDC();
     });
-    m_surface->setOriginX(m_horizontalOffset);
-    if (header) {
-        for (const lsCellPtr &cell : *row->Cells())
-            if (cell->Visible())
-                painter.PaintCell(*m_surface, *cell, 0);
-    } else {
-        m_ident->Refresh(row, m_settings.rowHeight, m_imageList.get(), m_picOut);
-        painter.paintRow(*m_surface, *m_rows, *row, *m_ident);
-    }
-    showSurface();
+    paint();
 }
 
-void vkTreeList::showSurface() {
+void FrameKeeper::release() {
+    m_surface.reset();
+    m_spareSurface.reset();
+}
+
+void FrameKeeper::showSurface() {
     m_surface->BlastToScreen();
-    m_picOut->showFrame();
+    t.m_picOut->showFrame();
 }

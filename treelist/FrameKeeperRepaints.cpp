@@ -1,55 +1,56 @@
-// vkTreeList: frames kept over repaints that cannot change them, and lines painted again in
-// place over a kept frame.
+// Frames kept over repaints that cannot change them, and lines painted again in place over a
+// kept frame.
+
+#include "FrameKeeper.h"
 
 #include "vkTreeList.h"
 
 #include "PictureBox.h"
 #include "TreeListPainter.h"
 
-#include <QScopeGuard>
 #include <QScrollBar>
 #include <algorithm>
 
-vkTreeList::FrameInputs vkTreeList::frameInputs() {
-    const lsImageList *images = m_imageList.get();
-    return {m_picOut->ScaleWidth(),
-            m_picOut->ScaleHeight(),
-            m_horizontalOffset,
-            m_settings.rowHeight,
-            m_settings.columns,
-            m_settings.lineStyle,
-            m_settings.focusType,
-            Headers(),
-            m_firstDisplayedRow,
-            m_visibleLineCount,
-            m_hasFocus,
-            m_settings.multiSelect,
-            m_picOut->BackColor(),
-            m_picOut->ForeColor(),
-            m_picOut->Font()->qfont(),
+FrameKeeper::FrameInputs FrameKeeper::frameInputs() {
+    const lsImageList *images = t.m_imageList.get();
+    return {t.m_picOut->ScaleWidth(),
+            t.m_picOut->ScaleHeight(),
+            t.m_horizontalOffset,
+            t.m_settings.rowHeight,
+            t.m_settings.columns,
+            t.m_settings.lineStyle,
+            t.m_settings.focusType,
+            t.Headers(),
+            t.m_firstDisplayedRow,
+            t.m_visibleLineCount,
+            t.m_hasFocus,
+            t.m_settings.multiSelect,
+            t.m_picOut->BackColor(),
+            t.m_picOut->ForeColor(),
+            t.m_picOut->Font()->qfont(),
             images,
             images ? images->Count() : 0};
 }
 
-bool vkTreeList::rowsUnchangedSinceFrame() const {
+bool FrameKeeper::rowsUnchangedSinceFrame() const {
     // The rest of what the frame was drawn from (FrameInputs) is compared where the frame is
     // kept; a change there only needs noticing then. While the pixels wait for Qt's paint, the
     // frame is the last layout.
-    if (!m_settings.autoRedraw || !m_surface)
+    if (!t.m_settings.autoRedraw || !m_surface)
         return false;
     if (m_pixelsPending)
         return m_laidOut && TreeEdits::count() == m_laidOut->second;
     return m_frameInputs && TreeEdits::count() == m_frameEdits;
 }
 
-void vkTreeList::keepFrameCurrent() {
+void FrameKeeper::keepFrameCurrent() {
     if (!m_pixelsPending)
         m_frameEdits = TreeEdits::count();
     else if (m_laidOut)
         m_laidOut->second = TreeEdits::count();
 }
 
-bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
+bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
     // No row had changed since the frame before `row` was added. A row added after every row
     // shown moves none of them. What it changes on screen starts at one row shown (`from`), and
     // that row's line and every line below it are painted again in place:
@@ -63,7 +64,7 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     // above the view that runs on crosses the whole view: the frame is composed.
     if (row->Index() <= m_lastShownRow)
         return false;
-    const bool viewFull = m_shownRows > 0 && m_shownRows >= m_visibleLineCount;
+    const bool viewFull = m_shownRows > 0 && m_shownRows >= t.m_visibleLineCount;
     const lsNodePtr previous = row->PrevSibling();
     const lsNodePtr parent = row->Parent();
     const bool last = !row->NextSibling();
@@ -76,7 +77,7 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
         if (!from || !from->Displayed())
             return false;
     } else if (previous && last &&
-               (previous->Displayed() || previous->Index() < m_firstDisplayedRow)) {
+               (previous->Displayed() || previous->Index() < t.m_firstDisplayedRow)) {
         if (!previous->Displayed())
             return false;
         from = previous;
@@ -96,16 +97,17 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     std::vector<lsNodePtr> shown;
     size_t fromLine = 0;
     if (from && !m_pixelsPending) {
-        if (m_settings.lineStyle == lsLineDotted || !rowsShownInPlace(lands ? row : nullptr, shown))
+        if (t.m_settings.lineStyle == lsLineDotted ||
+            !rowsShownInPlace(lands ? row : nullptr, shown))
             return false;
         fromLine = size_t(std::find(shown.begin(), shown.end(), from) - shown.begin());
         if (fromLine == shown.size())
             return false;
     }
-    const bool horizontalBar = !m_scrX->isHidden();
-    m_displayedRowCount = displayedRowCount();
-    layoutScrollBars();
-    if (m_scrX->isHidden() == horizontalBar)
+    const bool horizontalBar = !t.m_scrX->isHidden();
+    t.m_displayedRowCount = t.displayedRowCount();
+    t.layoutScrollBars();
+    if (t.m_scrX->isHidden() == horizontalBar)
         return false;
     if (!shown.empty())
         repaintShownRows(shown, fromLine, shown.size(), lands);
@@ -118,84 +120,73 @@ bool vkTreeList::keepFrameAfterAdd(const lsNodePtr &row) {
     return true;
 }
 
-bool vkTreeList::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
+bool FrameKeeper::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
     // Lines painted again show what a frame shows there only while nothing drawn for a row
     // reaches past its own line: no image list, whose pictures may be taller than a row.
-    if (m_imageList || m_settings.rowHeight < 16)
+    if (t.m_imageList || t.m_settings.rowHeight < 16)
         return false;
     return collectShownRows(landing, shown);
 }
 
-bool vkTreeList::collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
+bool FrameKeeper::collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
     // The rows the frame showed, found as it found them, and the row that lands after them.
     const qint32 count = m_shownRows + (landing ? 1 : 0);
     const qint32 first =
-        m_rows->VisibleRowsUpTo(std::min<qint32>(m_firstDisplayedRow - 1, m_rows->Count())) + 1;
-    shown = m_rows->VisibleRowsFrom(first, count);
+        t.m_rows->VisibleRowsUpTo(std::min<qint32>(t.m_firstDisplayedRow - 1, t.m_rows->Count())) +
+        1;
+    shown = t.m_rows->VisibleRowsFrom(first, count);
     return qint32(shown.size()) == count && (!landing || shown.back() == landing);
 }
 
-void vkTreeList::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to,
-                                  bool landed) {
+void FrameKeeper::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t from, size_t to,
+                                   bool landed) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     // The lines of the rows from `from` up to `to`. Below the last row shown only lines are
     // drawn, and only those that run on to the bottom edge; while the view is not full, every
     // visible row they could lead to is shown and none does.
-    const qint32 top = (Headers() + qint32(from)) * m_settings.rowHeight;
-    const bool full = qint32(shown.size()) >= m_visibleLineCount;
+    const qint32 top = (t.Headers() + qint32(from)) * t.m_settings.rowHeight;
+    const bool full = qint32(shown.size()) >= t.m_visibleLineCount;
     const qint32 bottom = to < shown.size() || !full
-                              ? (Headers() + qint32(to)) * m_settings.rowHeight
+                              ? (t.Headers() + qint32(to)) * t.m_settings.rowHeight
                               : m_surface->Height();
-    {
-        // As in repaintRow, the screen lets go of the shared raster while it is painted.
-        QImage *screen = m_picOut->screenImage();
-        const bool shared =
-            !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
-        if (shared)
-            *screen = QImage();
-        const auto giveBack = qScopeGuard([&] {
-            m_surface->ClearClip();
-            m_surface->setOriginX(0);
-            if (shared)
-                *screen = *m_surface->hDC();
-        });
+    paintInPlace([&] {
         try {
             // Cleared to the background the frame started from.
             m_surface->SetClipRows(top, bottom);
             m_surface->setOriginX(0);
-            m_surface->DrawRect(0, top, m_surface->Width(), bottom - top, m_picOut->BackColor(),
-                                m_picOut->ForeColor());
-            m_surface->setOriginX(m_horizontalOffset);
+            m_surface->DrawRect(0, top, m_surface->Width(), bottom - top, t.m_picOut->BackColor(),
+                                t.m_picOut->ForeColor());
+            m_surface->setOriginX(t.m_horizontalOffset);
             if (landed)
-                painter.placeRow(*m_rows, shown.back(), Headers() + m_shownRows);
-            painter.repaintRows(*m_surface, *m_rows, *m_ident, shown, from, to, m_widestText);
+                painter.placeRow(*t.m_rows, shown.back(), t.Headers() + m_shownRows);
+            painter.repaintRows(*m_surface, *t.m_rows, *t.m_ident, shown, from, to, m_widestText);
         } catch (...) {
             // Half painted: no longer the frame a repaint would give.
             m_frameInputs.reset();
             throw;
         }
-    }
+    });
     if (landed)
         countLandingRow(shown.back());
     showSurface();
 }
 
-void vkTreeList::placeLandingRow(const lsNodePtr &row) {
+void FrameKeeper::placeLandingRow(const lsNodePtr &row) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
-    painter.placeRow(*m_rows, row, Headers() + m_shownRows);
-    painter.placeText(row, *m_ident);
+    painter.placeRow(*t.m_rows, row, t.Headers() + m_shownRows);
+    painter.placeText(row, *t.m_ident);
     countLandingRow(row);
 }
 
-void vkTreeList::countLandingRow(const lsNodePtr &row) {
+void FrameKeeper::countLandingRow(const lsNodePtr &row) {
     m_shownRows += 1;
     m_lastShownRow = row->Index();
     m_lastPaintedRow = m_lastShownRow;
 }
 
-bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
+bool FrameKeeper::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
     // Properties that change nothing but how the cell itself looks. Its row's line is painted
     // again as a frame paints it, lines and pictures over the cell included, so the frame stays
     // the one a repaint would give. Geometry and pictures may reach other lines: not these.
@@ -218,7 +209,7 @@ bool vkTreeList::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
     return true;
 }
 
-bool vkTreeList::repaintLineInPlace(const lsNodePtr &row) {
+bool FrameKeeper::repaintLineInPlace(const lsNodePtr &row) {
     // The caller knows the frame was current before it changed how `row` looks, and nothing else.
     if (!m_frameInputs || !(frameInputs() == *m_frameInputs))
         return false;
