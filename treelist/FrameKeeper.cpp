@@ -5,6 +5,8 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListViewport.h"
+
 #include "PictureBox.h"
 #include "SystemTimer.h"
 #include "TreeListPainter.h"
@@ -70,7 +72,7 @@ bool FrameKeeper::scrollLaidOutRows() {
     before.firstRow = now.firstRow;
     // With every row fitting, a whole layout brings the view back to the first row.
     if (!(before == now) || now.firstRow <= beforeFirst ||
-        t.m_displayedRowCount <= t.wholeLineCount())
+        t.m_view->displayedRows() <= t.m_view->wholeLineCount())
         return false;
     const auto firstRank = [&](qint32 first) {
         return t.m_rows->VisibleRowsUpTo(std::min(first - 1, t.m_rows->Count())) + 1;
@@ -82,7 +84,7 @@ bool FrameKeeper::scrollLaidOutRows() {
     const qint32 headers = t.Headers();
     // The rows that leave, then those that stay, then as many as could come in.
     const std::vector<lsNodePtr> rows =
-        t.m_rows->VisibleRowsFrom(from, moved + t.m_visibleLineCount);
+        t.m_rows->VisibleRowsFrom(from, moved + t.m_view->lineCount());
     if (qint32(rows.size()) < m_shownRows)
         return false;
     for (qint32 i = 0; i < moved; ++i)
@@ -95,7 +97,7 @@ bool FrameKeeper::scrollLaidOutRows() {
     const TreeListPainter painter(ctx);
     qint32 line = headers + m_shownRows - moved;
     size_t i = size_t(m_shownRows);
-    for (; line < headers + t.m_visibleLineCount && i < rows.size(); ++i, ++line) {
+    for (; line < headers + t.m_view->lineCount() && i < rows.size(); ++i, ++line) {
         painter.placeRow(*t.m_rows, rows[i], line);
         painter.placeText(rows[i], *t.m_ident);
     }
@@ -104,11 +106,11 @@ bool FrameKeeper::scrollLaidOutRows() {
     m_lastPaintedRow = m_lastShownRow;
     // The bars take the new position in; should they move the view after all, it is laid out
     // whole.
-    const qint32 offset = t.m_horizontalOffset;
-    const qint16 first = t.m_firstDisplayedRow;
-    t.layoutScrollBars();
-    return t.m_horizontalOffset == offset && t.m_firstDisplayedRow == first &&
-           t.fittingLineCount() == t.m_visibleLineCount;
+    const qint32 offset = t.m_view->offset();
+    const qint16 first = t.m_view->firstRow();
+    t.m_view->layoutScrollBars();
+    return t.m_view->offset() == offset && t.m_view->firstRow() == first &&
+           t.m_view->fittingLineCount() == t.m_view->lineCount();
 }
 
 void FrameKeeper::composeFrame() {
@@ -122,7 +124,7 @@ void FrameKeeper::composeFrame() {
     m_surface = std::move(frame);
     // A frame whose scroll bars took or gave back a line as it ended is what a repaint gives only
     // from the next one on. (Without rows nothing counted the lines.)
-    if (t.m_rows->Count() == 0 || t.fittingLineCount() == t.m_visibleLineCount)
+    if (t.m_rows->Count() == 0 || t.m_view->fittingLineCount() == t.m_view->lineCount())
         m_frameInputs = frameInputs();
     m_frameEdits = TreeEdits::count();
 }
@@ -152,8 +154,8 @@ PaintContext FrameKeeper::paintContext() {
     ctx.hasFocus = t.m_hasFocus;
     ctx.multiSelect = t.m_settings.multiSelect;
     ctx.headers = t.Headers();
-    ctx.firstDisplayedRow = t.m_firstDisplayedRow;
-    ctx.visibleLineCount = t.m_visibleLineCount;
+    ctx.firstDisplayedRow = t.m_view->firstRow();
+    ctx.visibleLineCount = t.m_view->lineCount();
     ctx.scaleHeight = t.m_picOut->ScaleHeight();
     ctx.gapColor = t.m_picOut->BackColor();
     ctx.imageList = t.m_imageList.get();
@@ -168,7 +170,7 @@ void FrameKeeper::paintFrame(OffScreenDC &dc) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     // Rows and headers scroll sideways together.
-    dc.setOriginX(t.m_horizontalOffset);
+    dc.setOriginX(t.m_view->offset());
     painter.paintLaidOutRows(dc, *t.m_rows, *t.m_ident, shown, m_widestText);
     painter.paintLaidOutHeaders(dc, *t.m_headers);
     dc.setOriginX(0);
@@ -189,10 +191,10 @@ bool FrameKeeper::layoutLayers(std::vector<lsNodePtr> &shown) {
     shown.clear();
     bool moved = false;
     if (t.m_rows->Count() > 0) {
-        if (t.m_firstDisplayedRow < 1)
-            t.m_firstDisplayedRow = 1;
-        t.lineCapacity();
-        t.keepFirstRowReachable();
+        if (t.m_view->firstRow() < 1)
+            t.m_view->setFirstRow(1);
+        t.m_view->lineCapacity();
+        t.m_view->keepFirstRowReachable();
         const PaintContext ctx = paintContext();
         RowPaintResult laid = TreeListPainter(ctx).layoutRows(*t.m_rows, *t.m_ident);
         if (laid.lastPaintedRow > 0)
@@ -200,12 +202,12 @@ bool FrameKeeper::layoutLayers(std::vector<lsNodePtr> &shown) {
         m_shownRows = laid.painted;
         m_lastShownRow = laid.lastPaintedRow;
         shown = std::move(laid.shown);
-        const qint32 offset = t.m_horizontalOffset;
-        const qint16 first = t.m_firstDisplayedRow;
-        t.layoutScrollBars();
+        const qint32 offset = t.m_view->offset();
+        const qint16 first = t.m_view->firstRow();
+        t.m_view->layoutScrollBars();
         // A horizontal bar that came or went also changed the lines that fit.
-        moved = t.m_horizontalOffset != offset || t.m_firstDisplayedRow != first ||
-                t.fittingLineCount() != t.m_visibleLineCount;
+        moved = t.m_view->offset() != offset || t.m_view->firstRow() != first ||
+                t.m_view->fittingLineCount() != t.m_view->lineCount();
     }
     const PaintContext ctx = paintContext();
     TreeListPainter(ctx).layoutHeaders(*t.m_headers);
@@ -236,7 +238,7 @@ void FrameKeeper::repaintRow(const lsNodePtr &row, bool header) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     paintInPlace([&] {
-        m_surface->setOriginX(t.m_horizontalOffset);
+        m_surface->setOriginX(t.m_view->offset());
         if (header) {
             for (const lsCellPtr &cell : *row->Cells())
                 if (cell->Visible())

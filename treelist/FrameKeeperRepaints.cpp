@@ -5,6 +5,8 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListViewport.h"
+
 #include "PictureBox.h"
 #include "TreeListPainter.h"
 
@@ -15,14 +17,14 @@ FrameKeeper::FrameInputs FrameKeeper::frameInputs() {
     const lsImageList *images = t.m_imageList.get();
     return {t.m_picOut->ScaleWidth(),
             t.m_picOut->ScaleHeight(),
-            t.m_horizontalOffset,
+            t.m_view->offset(),
             t.m_settings.rowHeight,
             t.m_settings.columns,
             t.m_settings.lineStyle,
             t.m_settings.focusType,
             t.Headers(),
-            t.m_firstDisplayedRow,
-            t.m_visibleLineCount,
+            t.m_view->firstRow(),
+            t.m_view->lineCount(),
             t.m_hasFocus,
             t.m_settings.multiSelect,
             t.m_picOut->BackColor(),
@@ -64,7 +66,7 @@ bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
     // above the view that runs on crosses the whole view: the frame is composed.
     if (row->Index() <= m_lastShownRow)
         return false;
-    const bool viewFull = m_shownRows > 0 && m_shownRows >= t.m_visibleLineCount;
+    const bool viewFull = m_shownRows > 0 && m_shownRows >= t.m_view->lineCount();
     const lsNodePtr previous = row->PrevSibling();
     const lsNodePtr parent = row->Parent();
     const bool last = !row->NextSibling();
@@ -77,7 +79,7 @@ bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
         if (!from || !from->Displayed())
             return false;
     } else if (previous && last &&
-               (previous->Displayed() || previous->Index() < t.m_firstDisplayedRow)) {
+               (previous->Displayed() || previous->Index() < t.m_view->firstRow())) {
         if (!previous->Displayed())
             return false;
         from = previous;
@@ -105,8 +107,8 @@ bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
             return false;
     }
     const bool horizontalBar = !t.m_scrX->isHidden();
-    t.m_displayedRowCount = t.displayedRowCount();
-    t.layoutScrollBars();
+    t.m_view->setDisplayedRows(t.m_view->displayedRowCount());
+    t.m_view->layoutScrollBars();
     if (t.m_scrX->isHidden() == horizontalBar)
         return false;
     if (!shown.empty())
@@ -132,7 +134,7 @@ bool FrameKeeper::collectShownRows(const lsNodePtr &landing, std::vector<lsNodeP
     // The rows the frame showed, found as it found them, and the row that lands after them.
     const qint32 count = m_shownRows + (landing ? 1 : 0);
     const qint32 first =
-        t.m_rows->VisibleRowsUpTo(std::min<qint32>(t.m_firstDisplayedRow - 1, t.m_rows->Count())) +
+        t.m_rows->VisibleRowsUpTo(std::min<qint32>(t.m_view->firstRow() - 1, t.m_rows->Count())) +
         1;
     shown = t.m_rows->VisibleRowsFrom(first, count);
     return qint32(shown.size()) == count && (!landing || shown.back() == landing);
@@ -146,7 +148,7 @@ void FrameKeeper::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t f
     // drawn, and only those that run on to the bottom edge; while the view is not full, every
     // visible row they could lead to is shown and none does.
     const qint32 top = (t.Headers() + qint32(from)) * t.m_settings.rowHeight;
-    const bool full = qint32(shown.size()) >= t.m_visibleLineCount;
+    const bool full = qint32(shown.size()) >= t.m_view->lineCount();
     const qint32 bottom = to < shown.size() || !full
                               ? (t.Headers() + qint32(to)) * t.m_settings.rowHeight
                               : m_surface->Height();
@@ -157,7 +159,7 @@ void FrameKeeper::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t f
             m_surface->setOriginX(0);
             m_surface->DrawRect(0, top, m_surface->Width(), bottom - top, t.m_picOut->BackColor(),
                                 t.m_picOut->ForeColor());
-            m_surface->setOriginX(t.m_horizontalOffset);
+            m_surface->setOriginX(t.m_view->offset());
             if (landed)
                 painter.placeRow(*t.m_rows, shown.back(), t.Headers() + m_shownRows);
             painter.repaintRows(*m_surface, *t.m_rows, *t.m_ident, shown, from, to, m_widestText);

@@ -4,6 +4,8 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListViewport.h"
+
 #include "FrameKeeper.h"
 
 #include "PropertyNotify.h"
@@ -28,7 +30,8 @@ constexpr qint32 kBorder3D = 2;
 } // namespace
 
 vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
-    : QWidget(parent), m_frames(std::make_unique<FrameKeeper>(*this)), m_host(host),
+    : QWidget(parent), m_frames(std::make_unique<FrameKeeper>(*this)),
+      m_view(std::make_unique<TreeListViewport>(*this)), m_host(host),
       m_guard(std::make_unique<EntryGuard>(
           [this](qint32 number, const QString &text) { emit OnError(number, text); })) {
     if (!m_host) {
@@ -52,10 +55,11 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     m_scrY->hide();
     m_imgGhost->hide();
 
-    connect(m_scrY, &QScrollBar::valueChanged, this,
-            [this](int value) { guarded("vertical scroll", [&] { onVerticalScroll(value); }); });
+    connect(m_scrY, &QScrollBar::valueChanged, this, [this](int value) {
+        guarded("vertical scroll", [&] { m_view->onVerticalScroll(value); });
+    });
     connect(m_scrX, &QScrollBar::valueChanged, this, [this](int value) {
-        guarded("horizontal scroll", [&] { onHorizontalScroll(value); });
+        guarded("horizontal scroll", [&] { m_view->onHorizontalScroll(value); });
     });
     connect(m_picOut, &PictureBox::paintRequested, this, [this] {
         guarded("paint", [&] {
@@ -103,10 +107,7 @@ void vkTreeList::Initialize() {
     m_ident->setPosLeft(3);
     m_ident->setPosTop(3);
     m_settings.rowHeight = TreeListSettings().rowHeight;
-    m_visibleLineCount = 0;
-    m_displayedRowCount = 0;
-    m_firstDisplayedRow = 0;
-    m_horizontalOffset = 0;
+    m_view->reset();
     m_lseMisc->setScaleMode(m_settings.scaleMode);
     for (int i = 0; i < 6; ++i)
         m_pictures[static_cast<size_t>(i)] = ::builtinPicture(101 + i);
@@ -312,6 +313,35 @@ void vkTreeList::setAutoSelectNew(bool value) {
 void vkTreeList::setExpandOnDoubleClick(bool value) {
     m_settings.expandOnDoubleClick = value;
     notify("ExpandOnDoubleClick");
+}
+
+void vkTreeList::onResize() {
+    if (!m_rows)
+        return;
+    // The drawing child takes the whole inner area; the bars lie over its right and bottom
+    // edges, which is why line capacity subtracts the horizontal bar's height.
+    m_picOut->setGeometry(contentsRect());
+    const bool moreLines = m_view->lineCapacity();
+    m_view->layoutScrollBars();
+    m_host->DoEvents();
+    m_frames->RedrawFrame(!moreLines);
+}
+
+QVariant vkTreeList::EnsureVisible(const QVariant &IndexKey) {
+    m_view->ensureVisible(IndexKey);
+    return QVariant();
+}
+
+qint32 vkTreeList::FirstDisplayedRow() const {
+    return m_view->firstRow();
+}
+
+qint16 vkTreeList::VisibleLineCount() const {
+    return m_view->lineCount();
+}
+
+qint32 vkTreeList::HorizontalOffset() const {
+    return m_view->offset();
 }
 
 void vkTreeList::Refresh(bool Clear) {

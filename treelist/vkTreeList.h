@@ -26,6 +26,7 @@
 #include <optional>
 
 class FrameKeeper;
+class TreeListViewport;
 class PictureBox;
 struct PaintContext;
 class lsEdit;
@@ -231,11 +232,11 @@ public:
     // last line; never scrolls up.
     Q_INVOKABLE QVariant EnsureVisible(const QVariant &IndexKey);
     // Index of the row drawn right under the header rows.
-    qint32 FirstDisplayedRow() const { return m_firstDisplayedRow; }
+    qint32 FirstDisplayedRow() const;
     // Number of data lines that fit under the header rows (a partial line counts).
-    qint16 VisibleLineCount() const { return m_visibleLineCount; }
+    qint16 VisibleLineCount() const;
     // Horizontal scroll offset in pixels (zero or negative).
-    qint32 HorizontalOffset() const { return m_horizontalOffset; }
+    qint32 HorizontalOffset() const;
     // What lies at (X, Y) on the drawing surface, X taken past the horizontal scroll; a new object
     // each call, whose DataRow is a line under the header rows, not a row index. A non-numeric X
     // or Y gives one whose IDs are all -1.
@@ -404,29 +405,6 @@ private:
     QVariant cellProperty(const lsCell &cell, qint32 property) const;
     bool setCellProperty(lsCell &cell, qint32 property, const QVariant &value);
 
-    // Viewport
-    qint16 fittingLineCount();
-    bool lineCapacity();
-    void layoutScrollBars();
-    // What the bar layout reads besides the displayed row count, and the bars as it left them.
-    struct BarLayout {
-        qint32 whole, extent, scaleWidth, rowWidth;
-        QRect area;
-        qint32 offset;
-        bool vertical;
-        bool operator==(const BarLayout &) const = default;
-    };
-    struct BarStates {
-        qint32 yMinimum, yMaximum, xValue;
-        bool yShown, xShown;
-        bool operator==(const BarStates &) const = default;
-    };
-    BarStates barStates() const;
-    void followVerticalBar(qint32 position);
-    void onVerticalScroll(int value);
-    void onHorizontalScroll(int value);
-    void scrollBy(bool upwards, qint32 amount);
-
     // Mouse and keyboard (vkTreeListInput.cpp)
     void connectInput();
     void onMousePress(const QMouseEvent &event);
@@ -444,17 +422,11 @@ private:
     void endColumnDrag();
     void scrollCellIntoView(const lsCell &cell);
     bool repaintLineInPlace(const lsNodePtr &row);
-    qint32 displayedRowCount();
-    qint32 rowAtDisplayPosition(qint32 count);
-    qint32 displayPosition(qint32 rowIndex);
-    void keepFirstRowReachable();
-    qint32 scrollBarExtent() const;
-    qint32 horizontalBarHeight() const;
-    qint32 wholeLineCount();
-    void scrollIntoView(qint32 rowIndex);
 
     friend class FrameKeeper;
+    friend class TreeListViewport;
     std::unique_ptr<FrameKeeper> m_frames;
+    std::unique_ptr<TreeListViewport> m_view;
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;
@@ -474,14 +446,8 @@ private:
 
     TreeListSettings m_settings;
     lsImageListPtr m_imageList;
-    // Viewport
-    bool m_suspend = false;
-    qint16 m_visibleLineCount = 0;
-    qint32 m_displayedRowCount = 0;
-    qint16 m_firstDisplayedRow = 0;
     bool m_editing = false;
     lsEdit *m_lseMisc = nullptr;
-    qint32 m_horizontalOffset = 0;
 
     // Painting
     bool m_hasFocus = false;
@@ -495,7 +461,6 @@ private:
     qint32 m_dragX = 0;
     bool m_doubleClicked = false;
     int m_wheelRemainder = 0;
-    std::optional<std::pair<BarLayout, BarStates>> m_barLayout; // of the last full bar layout
     bool m_terminated = false;
     bool m_ownEnabled = true; // the last Enabled told to the host
 };

@@ -7,6 +7,8 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListViewport.h"
+
 #include "FrameKeeper.h"
 
 #include "PictureBox.h"
@@ -82,7 +84,7 @@ bool vkTreeList::Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode) {
     if (Mode != -1)
         setEditMode(Mode);
     // Over the cell's text area, right of its indentation and pictures.
-    m_lseMisc->setGeometry(cell->Left() + cell->Xoffset() + m_horizontalOffset, cell->Top(),
+    m_lseMisc->setGeometry(cell->Left() + cell->Xoffset() + m_view->offset(), cell->Top(),
                            cell->Width() - cell->Xoffset(), cell->Height());
     m_lseMisc->setValue(cell->Title());
     // The value stays where the cell shows it instead of jumping to the left as the edit opens.

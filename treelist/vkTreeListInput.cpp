@@ -7,6 +7,8 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListViewport.h"
+
 #include "FrameKeeper.h"
 
 #include "KeyCodes.h"
@@ -64,7 +66,7 @@ lsHitTestPtr vkTreeList::HitTest(const QVariant &X, const QVariant &Y, qint16 Bu
     // X or Y goes through as it is, and the hit test reports that nothing was hit.
     const std::optional<double> x = numberIn(X), y = numberIn(Y);
     if (x && y)
-        hit->locate(*x + std::abs(double(m_horizontalOffset)), *y, m_settings.rowHeight,
+        hit->locate(*x + std::abs(double(m_view->offset())), *y, m_settings.rowHeight,
                     m_headers.get(), m_rows.get(), Button, Shift);
     else
         hit->Refresh(X, Y, m_settings.rowHeight, m_headers.get(), m_rows.get(), Button, Shift);
@@ -74,10 +76,10 @@ lsHitTestPtr vkTreeList::HitTest(const QVariant &X, const QVariant &Y, qint16 Bu
 lsNodePtr vkTreeList::rowOnLine(qint32 line) {
     // The data lines show the Visible rows from the first displayed one on, one per line, as the
     // frame painted them; a line below the last of them shows none.
-    if (line < 1 || line > m_visibleLineCount)
+    if (line < 1 || line > m_view->lineCount())
         return nullptr;
     const qint32 before =
-        m_rows->VisibleRowsUpTo(std::min<qint32>(m_firstDisplayedRow - 1, m_rows->Count()));
+        m_rows->VisibleRowsUpTo(std::min<qint32>(m_view->firstRow() - 1, m_rows->Count()));
     return m_rows->VisibleRowAt(before + line);
 }
 
@@ -175,7 +177,7 @@ void vkTreeList::trackColumnBorder(qint16 button, float x, float y) {
     if (header && (pressed || y < float(m_settings.rowHeight) * Headers())) {
         // The right borders of header row 1's columns as the screen shows them.
         const lsCells &cells = header->borrowCells();
-        qint32 right = m_horizontalOffset;
+        qint32 right = m_view->offset();
         for (qint32 c = 1; c <= cells.Count() && !column; ++c) {
             right += cells.cell(c)->Width();
             if (pressed ? c == pressed : right - kBorderReach <= x && x <= right + kBorderReach) {
@@ -208,7 +210,7 @@ void vkTreeList::endColumnDrag() {
     if (!header)
         return;
     // No narrower than its title needs.
-    const qint32 left = header->Left() + m_horizontalOffset;
+    const qint32 left = header->Left() + m_view->offset();
     const qint32 width = std::max(m_dragX - left, m_picOut->TextWidth(header->Title()) + 4);
     for (lsNodes *nodes : {m_rows.get(), m_headers.get()})
         for (const lsNodePtr &row : *nodes)
@@ -228,7 +230,7 @@ void vkTreeList::onWheel(const QWheelEvent &event) {
     const int lines = m_wheelRemainder / 120;
     m_wheelRemainder -= lines * 120;
     if (lines != 0)
-        scrollBy(lines > 0, std::abs(lines));
+        m_view->scrollBy(lines > 0, std::abs(lines));
 }
 
 // --- Keyboard -----------------------------------------------------------------------------------
@@ -262,12 +264,12 @@ void vkTreeList::navigate(qint16 keyCode) {
             if (next && next->Displayed())
                 selectRow(row, next, column);
             else
-                scrollBy(keyCode == 38, 1);
+                m_view->scrollBy(keyCode == 38, 1);
         }
         break;
     case 33: // Page Up
     case 34: // Page Down
-        scrollBy(keyCode == 33, m_scrY->pageStep() - 1);
+        m_view->scrollBy(keyCode == 33, m_scrY->pageStep() - 1);
         break;
     case 36: // Home
         m_scrY->setValue(m_scrY->minimum());
@@ -296,7 +298,7 @@ void vkTreeList::navigate(qint16 keyCode) {
 void vkTreeList::scrollCellIntoView(const lsCell &cell) {
     if (m_scrX->isHidden())
         return;
-    const qint32 shownFrom = -m_horizontalOffset, shownTo = shownFrom + m_picOut->ScaleWidth();
+    const qint32 shownFrom = -m_view->offset(), shownTo = shownFrom + m_picOut->ScaleWidth();
     if (cell.Left() < shownFrom)
         m_scrX->setValue(cell.Left());
     else if (cell.Left() + cell.Width() > shownTo)

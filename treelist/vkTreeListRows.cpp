@@ -2,6 +2,8 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListViewport.h"
+
 #include "FrameKeeper.h"
 
 #include "PictureBox.h"
@@ -75,7 +77,7 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
             SelectItem(node->Index(), 0);
         if (m_settings.autoRedraw) {
             if (m_settings.autoSelectNew)
-                scrollIntoView(node->Index());
+                m_view->scrollIntoView(node->Index());
             Refresh(false);
         }
         return result;
@@ -87,7 +89,7 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
     if (!m_frames->keepFrameAfterAdd(node))
         Refresh(false);
     if (m_settings.autoSelectNew)
-        scrollIntoView(node->Index());
+        m_view->scrollIntoView(node->Index());
     return result;
 }
 
@@ -141,7 +143,7 @@ void vkTreeList::addHeaderCells(const lsNodePtr &node) {
 
 bool vkTreeList::Clear() {
     m_rows->Clear();
-    m_firstDisplayedRow = 0;
+    m_view->setFirstRow(0);
     m_frames->setLastPaintedRow(0);
     m_frames->RedrawFrame(false);
     return false;
