@@ -7,6 +7,7 @@
 #include "TreeListViewport.h"
 
 #include "FrameKeeper.h"
+#include "TreeListInput.h"
 
 #include "PropertyNotify.h"
 
@@ -15,13 +16,17 @@
 #include "KeyCodes.h"
 #include "PictureBox.h"
 #include "SystemColors.h"
+#include "VariantNumber.h"
 #include "lsEdit.h"
 
+#include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QStyle>
+#include <QWheelEvent>
 
 namespace {
 
@@ -31,7 +36,8 @@ constexpr qint32 kBorder3D = 2;
 
 vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     : QWidget(parent), m_frames(std::make_unique<FrameKeeper>(*this)),
-      m_view(std::make_unique<TreeListViewport>(*this)), m_host(host),
+      m_view(std::make_unique<TreeListViewport>(*this)),
+      m_input(std::make_unique<TreeListInput>(*this)), m_host(host),
       m_guard(std::make_unique<EntryGuard>(
           [this](qint32 number, const QString &text) { emit OnError(number, text); })) {
     if (!m_host) {
@@ -65,8 +71,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
         guarded("paint", [&] {
             m_frames->RedrawFrame(true);
             // The frame was copied over the screen: a column drag's line goes back on top.
-            if (m_dragging)
-                m_picOut->invertVerticalLine(m_dragX);
+            m_input->redrawDragLine();
         });
     });
     connect(m_picOut, &PictureBox::focusChanged, this, [this](bool focused) {
@@ -97,12 +102,55 @@ vkTreeList::~vkTreeList() {
     Terminate();
 }
 
+void vkTreeList::connectInput() {
+    PictureBox *pic = m_picOut;
+    connect(pic, &PictureBox::mousePressed, this, [this](QMouseEvent *e) {
+        m_hasFocus = true;
+        guarded("mouse press", [&] { m_input->onMousePress(*e); });
+    });
+    connect(pic, &PictureBox::mouseDoubleClicked, this,
+            [this] { guarded("double click", [&] { m_input->onMouseDoubleClick(); }); });
+    connect(pic, &PictureBox::mouseMoved, this,
+            [this](QMouseEvent *e) { guarded("mouse move", [&] { m_input->onMouseMove(*e); }); });
+    connect(pic, &PictureBox::mouseReleased, this, [this](QMouseEvent *e) {
+        guarded("mouse release", [&] { m_input->onMouseRelease(*e); });
+    });
+    connect(pic, &PictureBox::wheelTurned, this,
+            [this](QWheelEvent *e) { guarded("wheel", [&] { m_input->onWheel(*e); }); });
+    connect(pic, &PictureBox::keyPressed, this,
+            [this](QKeyEvent *e) { guarded("key press", [&] { m_input->onKeyPress(*e); }); });
+    connect(pic, &PictureBox::keyReleased, this, [this](QKeyEvent *e) {
+        // An auto-repeated key sends KeyDown again, not KeyUp, until it is let go.
+        if (!e->isAutoRepeat())
+            guarded("key release",
+                    [&] { emit KeyUp(virtualKeyCode(e->key()), shiftMask(e->modifiers())); });
+    });
+}
+
+lsHitTestPtr vkTreeList::HitTest(const QVariant &X, const QVariant &Y, qint16 Button,
+                                 qint16 Shift) const {
+    auto hit = std::make_shared<lsHitTest>();
+    // Points are on the screen; the cells lie where the unscrolled frame put them. A non-numeric
+    // X or Y goes through as it is, and the hit test reports that nothing was hit.
+    const std::optional<double> x = numberIn(X), y = numberIn(Y);
+    if (x && y)
+        hit->locate(*x + std::abs(double(m_view->offset())), *y, m_settings.rowHeight,
+                    m_headers.get(), m_rows.get(), Button, Shift);
+    else
+        hit->Refresh(X, Y, m_settings.rowHeight, m_headers.get(), m_rows.get(), Button, Shift);
+    return hit;
+}
+
+const lsHitTest *vkTreeList::lastHit() const {
+    return m_input->lastHit();
+}
+
 // --- Life cycle ---------------------------------------------------------------------------------
 
 void vkTreeList::Initialize() {
     m_headers = std::make_unique<lsNodes>();
     m_rows = std::make_unique<lsNodes>();
-    m_hit = std::make_shared<lsHitTest>();
+    m_input->resetHit();
     m_ident = std::make_unique<lsIdent>();
     m_ident->setPosLeft(3);
     m_ident->setPosTop(3);
@@ -127,7 +175,7 @@ void vkTreeList::Terminate() {
     }
     m_rows.reset();
     m_headers.reset();
-    m_hit.reset();
+    m_input->releaseHit();
     m_ident.reset();
     m_frames->release();
     for (StdPicturePtr &picture : m_pictures)

@@ -27,6 +27,7 @@
 
 class FrameKeeper;
 class TreeListViewport;
+class TreeListInput;
 class PictureBox;
 struct PaintContext;
 class lsEdit;
@@ -268,7 +269,7 @@ public:
     // Number of calls from Qt (events, scroll bars) that failed and were reported by OnError.
     qint64 failedEntries() const;
     // The hit test of the last mouse press.
-    const lsHitTest *lastHit() const { return m_hit.get(); }
+    const lsHitTest *lastHit() const;
 
     // The virtual-key code of a Qt key, as KeyDown and KeyUp report it and navigation reads it
     // (the table is in KeyCodes.h).
@@ -405,28 +406,14 @@ private:
     QVariant cellProperty(const lsCell &cell, qint32 property) const;
     bool setCellProperty(lsCell &cell, qint32 property, const QVariant &value);
 
-    // Mouse and keyboard (vkTreeListInput.cpp)
     void connectInput();
-    void onMousePress(const QMouseEvent &event);
-    void onMouseDoubleClick();
-    void onMouseMove(const QMouseEvent &event);
-    void onMouseRelease(const QMouseEvent &event);
-    void onWheel(const QWheelEvent &event);
-    void onKeyPress(const QKeyEvent &event);
-    void navigate(qint16 keyCode);
-    lsNodePtr rowOnLine(qint32 line);
-    void selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint32 column,
-                   bool multi = false);
-    void toggleExpanded(const lsNodePtr &row);
-    void trackColumnBorder(qint16 button, float x, float y);
-    void endColumnDrag();
-    void scrollCellIntoView(const lsCell &cell);
-    bool repaintLineInPlace(const lsNodePtr &row);
 
     friend class FrameKeeper;
     friend class TreeListViewport;
+    friend class TreeListInput;
     std::unique_ptr<FrameKeeper> m_frames;
     std::unique_ptr<TreeListViewport> m_view;
+    std::unique_ptr<TreeListInput> m_input;
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;
@@ -451,16 +438,6 @@ private:
 
     // Painting
     bool m_hasFocus = false;
-    // Mouse state: the hit of the last press, the column whose border the pointer is over, a
-    // column-border drag and where its line is, the release that ends a double click (it raises
-    // no Click), wheel turns not yet worth a line.
-    lsHitTestPtr m_hit;
-    qint16 m_borderColumn = 0;
-    qint16 m_pressedBorder = 0; // the border column a left press landed on, until its release
-    bool m_dragging = false;
-    qint32 m_dragX = 0;
-    bool m_doubleClicked = false;
-    int m_wheelRemainder = 0;
     bool m_terminated = false;
     bool m_ownEnabled = true; // the last Enabled told to the host
 };

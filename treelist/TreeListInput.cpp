@@ -1,0 +1,298 @@
+#include "TreeListInput.h"
+
+#include "vkTreeList.h"
+
+#include "TreeListViewport.h"
+
+#include "FrameKeeper.h"
+
+#include "KeyCodes.h"
+#include "PictureBox.h"
+#include "VariantNumber.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <cmath>
+
+namespace {
+
+constexpr qint16 kLeftButton = 1;
+constexpr qint16 kBorderPointer = 99;
+constexpr qint16 kBusyPointer = 13;
+constexpr qint16 kDefaultPointer = 0;
+// How far from a column border, in pixels, the pointer still counts as on it.
+constexpr qint32 kBorderReach = 8;
+
+} // namespace
+
+lsNodePtr TreeListInput::rowOnLine(qint32 line) {
+    // The data lines show the Visible rows from the first displayed one on, one per line, as the
+    // frame painted them; a line below the last of them shows none.
+    if (line < 1 || line > t.m_view->lineCount())
+        return nullptr;
+    const qint32 before =
+        t.m_rows->VisibleRowsUpTo(std::min<qint32>(t.m_view->firstRow() - 1, t.m_rows->Count()));
+    return t.m_rows->VisibleRowAt(before + line);
+}
+
+// --- Mouse --------------------------------------------------------------------------------------
+
+void TreeListInput::onMousePress(const QMouseEvent &event) {
+    const qint16 button = buttonMask(event.button());
+    const qint16 shift = shiftMask(event.modifiers());
+    const float x = float(event.position().x()), y = float(event.position().y());
+    m_doubleClicked = false;
+    // A left press on a border lets the drag start with the next move, wherever it lands: a
+    // quick hand can leave the border's reach between two move events.
+    m_pressedBorder =
+        button == kLeftButton && t.m_picOut->MousePointer() == kBorderPointer ? m_borderColumn : 0;
+    m_hit->Clear();
+    m_hit = t.HitTest(x, y, button, shift);
+    const lsNodePtr previous = t.m_rows->SelectedRow();
+    if (m_hit->DataCol() >= 0 && m_hit->DataRow() > 0) {
+        if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
+            // Shift alone or Ctrl alone adds to the selection; both together select singly.
+            const bool multi = t.m_settings.multiSelect && (shift == 1 || shift == 2);
+            selectRow(previous, row, m_hit->DataCol(), multi);
+            t.m_ident->Refresh(row, t.m_settings.rowHeight, t.m_imageList.get(), t.m_picOut);
+            // The box lies where the unscrolled frame drew it, as the hit's X does.
+            if (m_hit->IsPlusMinusClick(*t.m_ident, m_hit->X(), y) && row->HasChild())
+                toggleExpanded(row);
+            emit t.CellClick(row->Index(), m_hit->DataCol());
+        }
+    }
+    // Only the left button clicks a header.
+    if (m_hit->HeaderRow() >= 0 && m_hit->HeaderCol() >= 1 && button == kLeftButton)
+        emit t.HeaderClick(m_hit->HeaderRow(), m_hit->HeaderCol());
+    emit t.MouseDown(button, shift, x, y);
+}
+
+void TreeListInput::onMouseDoubleClick() {
+    m_doubleClicked = true;
+    if (t.m_picOut->MousePointer() == kBorderPointer) {
+        // On a column border a double click sizes that column to its texts, and does nothing else.
+        t.m_picOut->setMousePointer(kBusyPointer);
+        const auto restore = qScopeGuard([&] { t.m_picOut->setMousePointer(kDefaultPointer); });
+        t.AutoSize(m_borderColumn);
+        return;
+    }
+    // The second press of a double click is not a press of its own: the hit is the first one's.
+    if (m_hit->DataCol() >= 0 && m_hit->DataRow() >= 1 && m_hit->Button() == kLeftButton) {
+        if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
+            t.m_rows->Selected(row->Index(), m_hit->DataCol(), false);
+            if (row->HasChild() && t.m_settings.expandOnDoubleClick)
+                toggleExpanded(row);
+            t.m_frames->RedrawFrame(false);
+        }
+    }
+    emit t.DblClick();
+}
+
+void TreeListInput::onMouseMove(const QMouseEvent &event) {
+    const qint16 button = buttonMask(event.buttons());
+    const float x = float(event.position().x()), y = float(event.position().y());
+    trackColumnBorder(button, x, y);
+    emit t.MouseMove(button, shiftMask(event.modifiers()), x, y);
+}
+
+void TreeListInput::onMouseRelease(const QMouseEvent &event) {
+    // Letting the button go ends a column drag at once; waiting for the next move would leave
+    // the line on screen for as long as the mouse stays still.
+    if (m_dragging && !(event.buttons() & Qt::LeftButton))
+        endColumnDrag();
+    m_pressedBorder = 0;
+    const qint16 button = buttonMask(event.button());
+    emit t.MouseUp(button, shiftMask(event.modifiers()), float(event.position().x()),
+                   float(event.position().y()));
+    // A click is a left press and release; the release that ends a double click is none.
+    if (button == kLeftButton && !m_doubleClicked)
+        emit t.Click();
+    m_doubleClicked = false;
+}
+
+void TreeListInput::trackColumnBorder(qint16 button, float x, float y) {
+    if (m_dragging) {
+        if (button & kLeftButton) {
+            t.m_picOut->invertVerticalLine(m_dragX);
+            m_dragX = qint32(std::lround(x));
+            t.m_picOut->invertVerticalLine(m_dragX);
+        } else {
+            endColumnDrag();
+        }
+        return;
+    }
+    qint32 border = 0;
+    qint16 column = 0;
+    // A drag from a pressed border takes that border wherever the pointer has got to.
+    const qint16 pressed = (button & kLeftButton) ? m_pressedBorder : 0;
+    const lsNodePtr header = t.m_headers->at(1);
+    if (header && (pressed || y < float(t.m_settings.rowHeight) * t.Headers())) {
+        // The right borders of header row 1's columns as the screen shows them.
+        const lsCells &cells = header->borrowCells();
+        qint32 right = t.m_view->offset();
+        for (qint32 c = 1; c <= cells.Count() && !column; ++c) {
+            right += cells.cell(c)->Width();
+            if (pressed ? c == pressed : right - kBorderReach <= x && x <= right + kBorderReach) {
+                column = toInt16(c);
+                border = right;
+            }
+        }
+    }
+    if (!column) {
+        t.m_picOut->setMousePointer(kDefaultPointer);
+        return;
+    }
+    m_borderColumn = column;
+    t.m_picOut->setMousePointer(kBorderPointer);
+    if (button & kLeftButton) {
+        // A drag starts at the border itself, wherever within reach the pointer was; one from a
+        // pressed border whose first move went past that reach starts where the pointer is.
+        m_dragging = true;
+        const bool near = border - kBorderReach <= x && x <= border + kBorderReach;
+        m_dragX = near ? border : qint32(std::lround(x));
+        t.m_picOut->invertVerticalLine(m_dragX);
+    }
+}
+
+void TreeListInput::endColumnDrag() {
+    t.m_picOut->invertVerticalLine(m_dragX);
+    m_dragging = false;
+    t.m_picOut->setMousePointer(kDefaultPointer);
+    const lsCell *header = t.m_headers->at(1)->borrowCells().cell(m_borderColumn);
+    if (!header)
+        return;
+    // No narrower than its title needs.
+    const qint32 left = header->Left() + t.m_view->offset();
+    const qint32 width = std::max(m_dragX - left, t.m_picOut->TextWidth(header->Title()) + 4);
+    for (lsNodes *nodes : {t.m_rows.get(), t.m_headers.get()})
+        for (const lsNodePtr &row : *nodes)
+            if (lsCell *cell = row->borrowCells().cell(m_borderColumn))
+                cell->setWidth(width);
+    t.m_frames->RedrawFrame(false);
+}
+
+void TreeListInput::onWheel(const QWheelEvent &event) {
+    // A wheel notch is 120; touchpads send parts of one, which add up to whole lines.
+    const QPoint delta = event.angleDelta();
+    if (delta.x() != 0 && !t.m_scrX->isHidden()) {
+        const int step = t.m_scrX->singleStep() * QApplication::wheelScrollLines();
+        t.m_scrX->setValue(t.m_scrX->value() - delta.x() * step / 120);
+    }
+    m_wheelRemainder += delta.y() * QApplication::wheelScrollLines();
+    const int lines = m_wheelRemainder / 120;
+    m_wheelRemainder -= lines * 120;
+    if (lines != 0)
+        t.m_view->scrollBy(lines > 0, std::abs(lines));
+}
+
+// --- Keyboard -----------------------------------------------------------------------------------
+
+void TreeListInput::onKeyPress(const QKeyEvent &event) {
+    const qint16 code = t.virtualKeyCode(event.key());
+    // The host hears the key after the selection moved.
+    navigate(code);
+    emit t.KeyDown(code, shiftMask(event.modifiers()));
+    if (const qint16 ascii = keyAscii(event.text(), code))
+        emit t.KeyPress(ascii);
+}
+
+void TreeListInput::navigate(qint16 keyCode) {
+    const lsNodePtr row = t.m_rows->SelectedRow();
+    const lsCellPtr selectedCell = t.m_rows->SelectedCell();
+    const qint32 column = selectedCell ? selectedCell->Index() : 1;
+    switch (keyCode) {
+    case 38: // Up
+    case 40: // Down
+        if (row) {
+            lsNodePtr next;
+            if (keyCode == 38) {
+                next = t.m_rows->GetPrevNode(row, true);
+            } else {
+                t.m_rows->SetFirstNode(row->Index());
+                next = t.m_rows->GetNextNode(true);
+            }
+            // A row not on screen is reached by scrolling first; the selection stays until the
+            // next key.
+            if (next && next->Displayed())
+                selectRow(row, next, column);
+            else
+                t.m_view->scrollBy(keyCode == 38, 1);
+        }
+        break;
+    case 33: // Page Up
+    case 34: // Page Down
+        t.m_view->scrollBy(keyCode == 33, t.m_scrY->pageStep() - 1);
+        break;
+    case 36: // Home
+        t.m_scrY->setValue(t.m_scrY->minimum());
+        break;
+    case 35: // End
+        t.m_scrY->setValue(t.m_scrY->maximum());
+        break;
+    case 37: // Left
+    case 39: // Right
+        if (row && (keyCode == 37 ? column >= 2 : column < t.m_settings.columns)) {
+            const qint32 to = keyCode == 37 ? column - 1 : column + 1;
+            t.SelectItem(row->Index(), to);
+            if (const lsCell *cell = row->borrowCells().cell(to))
+                scrollCellIntoView(*cell);
+        }
+        break;
+    case 13: // Enter
+        if (row && row->HasChild() && t.m_settings.expandOnDoubleClick)
+            toggleExpanded(row);
+        break;
+    default:
+        break;
+    }
+}
+
+void TreeListInput::scrollCellIntoView(const lsCell &cell) {
+    if (t.m_scrX->isHidden())
+        return;
+    const qint32 shownFrom = -t.m_view->offset(), shownTo = shownFrom + t.m_picOut->ScaleWidth();
+    if (cell.Left() < shownFrom)
+        t.m_scrX->setValue(cell.Left());
+    else if (cell.Left() + cell.Width() > shownTo)
+        t.m_scrX->setValue(
+            std::min(t.m_scrX->maximum(), cell.Left() + cell.Width() - (shownTo - shownFrom)));
+}
+
+// --- Selection and expansion --------------------------------------------------------------------
+
+void TreeListInput::toggleExpanded(const lsNodePtr &row) {
+    t.setRowExpanded(row->Index(), !row->Expanded());
+}
+
+void TreeListInput::selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint32 column,
+                              bool multi) {
+    // Only the rows whose look changes are painted again, in place over the kept frame when
+    // nothing else changed since it was composed; otherwise the frame is composed anew.
+    const bool frameWasCurrent = t.m_frames->rowsUnchangedSinceFrame();
+    const qint32 selectedBefore = t.m_rows->Selected(row->Index(), column, multi);
+    if (!multi && selectedBefore >= 2) {
+        t.m_frames->RedrawFrame(false);
+        return;
+    }
+    // The selection cleared the previous row's flags and set the new row's: their lines show it.
+    bool inPlace = frameWasCurrent;
+    if (!multi && previous && previous->Displayed())
+        inPlace = inPlace && t.m_frames->repaintLineInPlace(previous);
+    inPlace = inPlace && t.m_frames->repaintLineInPlace(row);
+    if (inPlace)
+        t.m_frames->keepFrameCurrent();
+    else
+        t.m_frames->RedrawFrame(false);
+}
+
+void TreeListInput::resetHit() {
+    m_hit = std::make_shared<lsHitTest>();
+}
+
+void TreeListInput::redrawDragLine() {
+    if (m_dragging)
+        t.m_picOut->invertVerticalLine(m_dragX);
+}
