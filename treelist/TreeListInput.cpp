@@ -2,6 +2,7 @@
 
 #include "vkTreeList.h"
 
+#include "ColumnGeometry.h"
 #include "TreeListViewport.h"
 
 #include "FrameKeeper.h"
@@ -20,11 +21,6 @@
 namespace {
 
 constexpr qint16 kLeftButton = 1;
-constexpr qint16 kBorderPointer = 99;
-constexpr qint16 kBusyPointer = 13;
-constexpr qint16 kDefaultPointer = 0;
-// How far from a column border, in pixels, the pointer still counts as on it.
-constexpr qint32 kBorderReach = 8;
 
 } // namespace
 
@@ -45,10 +41,7 @@ void TreeListInput::onMousePress(const QMouseEvent &event) {
     const qint16 shift = shiftMask(event.modifiers());
     const float x = float(event.position().x()), y = float(event.position().y());
     m_doubleClicked = false;
-    // A left press on a border lets the drag start with the next move, wherever it lands: a
-    // quick hand can leave the border's reach between two move events.
-    m_pressedBorder =
-        button == kLeftButton && t.m_picOut->MousePointer() == kBorderPointer ? m_borderColumn : 0;
+    t.m_columnGeometry->press(button);
     m_hit->Clear();
     m_hit = t.HitTest(x, y, button, shift);
     const lsNodePtr previous = t.m_rows->SelectedRow();
@@ -72,13 +65,9 @@ void TreeListInput::onMousePress(const QMouseEvent &event) {
 
 void TreeListInput::onMouseDoubleClick() {
     m_doubleClicked = true;
-    if (t.m_picOut->MousePointer() == kBorderPointer) {
-        // On a column border a double click sizes that column to its texts, and does nothing else.
-        t.m_picOut->setMousePointer(kBusyPointer);
-        const auto restore = qScopeGuard([&] { t.m_picOut->setMousePointer(kDefaultPointer); });
-        t.AutoSize(m_borderColumn);
+    // On a column border a double click sizes that column to its texts, and does nothing else.
+    if (t.m_columnGeometry->autoSizeUnderPointer())
         return;
-    }
     // The second press of a double click is not a press of its own: the hit is the first one's.
     if (m_hit->DataCol() >= 0 && m_hit->DataRow() >= 1 && m_hit->Button() == kLeftButton) {
         if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
@@ -94,16 +83,12 @@ void TreeListInput::onMouseDoubleClick() {
 void TreeListInput::onMouseMove(const QMouseEvent &event) {
     const qint16 button = buttonMask(event.buttons());
     const float x = float(event.position().x()), y = float(event.position().y());
-    trackColumnBorder(button, x, y);
+    t.m_columnGeometry->track(button, x, y);
     emit t.MouseMove(button, shiftMask(event.modifiers()), x, y);
 }
 
 void TreeListInput::onMouseRelease(const QMouseEvent &event) {
-    // Letting the button go ends a column drag at once; waiting for the next move would leave
-    // the line on screen for as long as the mouse stays still.
-    if (m_dragging && !(event.buttons() & Qt::LeftButton))
-        endColumnDrag();
-    m_pressedBorder = 0;
+    t.m_columnGeometry->release(event.buttons() & Qt::LeftButton);
     const qint16 button = buttonMask(event.button());
     emit t.MouseUp(button, shiftMask(event.modifiers()), float(event.position().x()),
                    float(event.position().y()));
@@ -111,67 +96,6 @@ void TreeListInput::onMouseRelease(const QMouseEvent &event) {
     if (button == kLeftButton && !m_doubleClicked)
         emit t.Click();
     m_doubleClicked = false;
-}
-
-void TreeListInput::trackColumnBorder(qint16 button, float x, float y) {
-    if (m_dragging) {
-        if (button & kLeftButton) {
-            t.m_picOut->invertVerticalLine(m_dragX);
-            m_dragX = qint32(std::lround(x));
-            t.m_picOut->invertVerticalLine(m_dragX);
-        } else {
-            endColumnDrag();
-        }
-        return;
-    }
-    qint32 border = 0;
-    qint16 column = 0;
-    // A drag from a pressed border takes that border wherever the pointer has got to.
-    const qint16 pressed = (button & kLeftButton) ? m_pressedBorder : 0;
-    const lsNodePtr header = t.m_headers->at(1);
-    if (header && (pressed || y < float(t.m_settings.rowHeight) * t.Headers())) {
-        // The right borders of header row 1's columns as the screen shows them.
-        const lsCells &cells = header->borrowCells();
-        qint32 right = t.m_view->offset();
-        for (qint32 c = 1; c <= cells.Count() && !column; ++c) {
-            right += cells.cell(c)->Width();
-            if (pressed ? c == pressed : right - kBorderReach <= x && x <= right + kBorderReach) {
-                column = toInt16(c);
-                border = right;
-            }
-        }
-    }
-    if (!column) {
-        t.m_picOut->setMousePointer(kDefaultPointer);
-        return;
-    }
-    m_borderColumn = column;
-    t.m_picOut->setMousePointer(kBorderPointer);
-    if (button & kLeftButton) {
-        // A drag starts at the border itself, wherever within reach the pointer was; one from a
-        // pressed border whose first move went past that reach starts where the pointer is.
-        m_dragging = true;
-        const bool near = border - kBorderReach <= x && x <= border + kBorderReach;
-        m_dragX = near ? border : qint32(std::lround(x));
-        t.m_picOut->invertVerticalLine(m_dragX);
-    }
-}
-
-void TreeListInput::endColumnDrag() {
-    t.m_picOut->invertVerticalLine(m_dragX);
-    m_dragging = false;
-    t.m_picOut->setMousePointer(kDefaultPointer);
-    const lsCell *header = t.m_headers->at(1)->borrowCells().cell(m_borderColumn);
-    if (!header)
-        return;
-    // No narrower than its title needs.
-    const qint32 left = header->Left() + t.m_view->offset();
-    const qint32 width = std::max(m_dragX - left, t.m_picOut->TextWidth(header->Title()) + 4);
-    for (lsNodes *nodes : {t.m_rows.get(), t.m_headers.get()})
-        for (const lsNodePtr &row : *nodes)
-            if (lsCell *cell = row->borrowCells().cell(m_borderColumn))
-                cell->setWidth(width);
-    t.m_frames->RedrawFrame(false);
 }
 
 void TreeListInput::onWheel(const QWheelEvent &event) {
@@ -290,9 +214,4 @@ void TreeListInput::selectRow(const lsNodePtr &previous, const lsNodePtr &row, q
 
 void TreeListInput::resetHit() {
     m_hit = std::make_shared<lsHitTest>();
-}
-
-void TreeListInput::redrawDragLine() {
-    if (m_dragging)
-        t.m_picOut->invertVerticalLine(m_dragX);
 }

@@ -6,6 +6,7 @@
 
 #include "TreeListViewport.h"
 
+#include "ColumnGeometry.h"
 #include "FrameKeeper.h"
 #include "TreeListInput.h"
 
@@ -37,7 +38,8 @@ constexpr qint32 kBorder3D = 2;
 vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     : QWidget(parent), m_frames(std::make_unique<FrameKeeper>(*this)),
       m_view(std::make_unique<TreeListViewport>(*this)),
-      m_input(std::make_unique<TreeListInput>(*this)), m_host(host),
+      m_input(std::make_unique<TreeListInput>(*this)),
+      m_columnGeometry(std::make_unique<ColumnGeometry>(*this)), m_host(host),
       m_guard(std::make_unique<EntryGuard>(
           [this](qint32 number, const QString &text) { emit OnError(number, text); })) {
     if (!m_host) {
@@ -71,7 +73,7 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
         guarded("paint", [&] {
             m_frames->RedrawFrame(true);
             // The frame was copied over the screen: a column drag's line goes back on top.
-            m_input->redrawDragLine();
+            m_columnGeometry->redrawDragLine();
         });
     });
     connect(m_picOut, &PictureBox::focusChanged, this, [this](bool focused) {
@@ -390,6 +392,19 @@ qint16 vkTreeList::VisibleLineCount() const {
 
 qint32 vkTreeList::HorizontalOffset() const {
     return m_view->offset();
+}
+
+qint32 vkTreeList::ColumnWidth(qint32 ColID) const {
+    return m_columnGeometry->width(ColID);
+}
+
+void vkTreeList::setColumnWidth(qint32 ColID, qint32 width) {
+    m_columnGeometry->setWidth(ColID, width);
+}
+
+bool vkTreeList::AutoSize(qint32 ColID) {
+    m_columnGeometry->autoSize(ColID);
+    return false;
 }
 
 void vkTreeList::Refresh(bool Clear) {

@@ -28,6 +28,7 @@
 class FrameKeeper;
 class TreeListViewport;
 class TreeListInput;
+class ColumnGeometry;
 class PictureBox;
 struct PaintContext;
 class lsEdit;
@@ -411,9 +412,11 @@ private:
     friend class FrameKeeper;
     friend class TreeListViewport;
     friend class TreeListInput;
+    friend class ColumnGeometry;
     std::unique_ptr<FrameKeeper> m_frames;
     std::unique_ptr<TreeListViewport> m_view;
     std::unique_ptr<TreeListInput> m_input;
+    std::unique_ptr<ColumnGeometry> m_columnGeometry;
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;

@@ -15,11 +15,6 @@ namespace {
 
 constexpr OleColor kHeaderBackColor = 0x8000000F;
 constexpr qint32 kHeaderAppearance = static_cast<qint32>(Appearances::Raised3D);
-constexpr qint32 kAutoSizePadding = 12;
-
-qint32 roundHalfEven(double v) {
-    return static_cast<qint32>(std::nearbyint(v));
-}
 
 bool toBoolean(const QVariant &value) {
     if (value.typeId() == QMetaType::Bool)
@@ -37,15 +32,6 @@ lsCellPtr cellAt(const lsNodes &nodes, qint32 row, qint32 column) {
 // (a handed-out pointer costs the cells' anchor and keeps removed cells in their slots).
 lsCell *borrowCell(const lsNodePtr &node, qint32 column) {
     return node ? node->borrowCells().cell(column) : nullptr;
-}
-
-// A column's cell in a row, borrowed; a column the row lacks raises invalid argument, as the
-// cell collection's Item does.
-lsCell &columnCell(const lsNodePtr &node, qint32 column) {
-    lsCell *cell = borrowCell(node, column);
-    if (!cell)
-        throw TreeListError(TreeListError::InvalidArgument);
-    return *cell;
 }
 
 } // namespace
@@ -439,54 +425,4 @@ void vkTreeList::setHeaders(qint32 count) {
         notify("Headers");
         Refresh(true);
     }
-}
-
-qint32 vkTreeList::ColumnWidth(qint32 ColID) const {
-    if (ColID < 1 || ColID > m_settings.columns)
-        return -1;
-    lsNodePtr row = m_headers->at(1);
-    if (!row)
-        row = m_rows->at(1);
-    const lsCell *cell = borrowCell(row, ColID);
-    if (!cell)
-        return -1;
-    return roundHalfEven(m_picOut->ScaleX(cell->Width(), 3, m_settings.scaleMode));
-}
-
-void vkTreeList::setColumnWidth(qint32 ColID, qint32 width) {
-    const qint32 pixels = roundHalfEven(m_picOut->ScaleX(width, m_settings.scaleMode, 3));
-    // A column that a row lacks fails with the cell collection's error.
-    for (const lsNodePtr &header : *m_headers)
-        columnCell(header, ColID).setWidth(pixels);
-    for (const lsNodePtr &row : *m_rows)
-        columnCell(row, ColID).setWidth(pixels);
-    Refresh(false);
-}
-
-bool vkTreeList::AutoSize(qint32 ColID) {
-    // No range check on ColID, deliberately: a column that does not exist fails in the lookup.
-    lsNodePtr first = m_headers->at(1);
-    if (!first)
-        first = m_rows->at(1);
-    if (!first)
-        return false;
-    // Rounded up by adding 0.99999 and keeping the whole part: an empty title measures 0.
-    const auto measure = [this](const QString &text) {
-        return static_cast<qint32>(std::floor(m_picOut->TextWidth(text) + 0.99999));
-    };
-    qint32 widest = measure(first->Cells()->Item(ColID)->Title()) + kAutoSizePadding;
-    for (const lsNodePtr &row : *m_rows) {
-        qint32 width = measure(row->Cells()->Item(ColID)->Title());
-        if (ColID == 1) {
-            m_ident->Refresh(row, m_settings.rowHeight, m_imageList.get(), m_picOut);
-            width += m_ident->TextX();
-        }
-        widest = std::max(widest, width + kAutoSizePadding);
-    }
-    for (const lsNodePtr &row : *m_rows)
-        row->Cells()->Item(ColID)->setWidth(widest);
-    for (const lsNodePtr &header : *m_headers)
-        header->Cells()->Item(ColID)->setWidth(widest);
-    m_frames->RedrawFrame(false);
-    return false;
 }
