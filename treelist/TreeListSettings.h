@@ -10,6 +10,8 @@ struct TreeListSettings {
     // The colours live with the drawing child; these are only where they start.
     static constexpr OleColor kForeColor = 0x80000008; // window text
     static constexpr OleColor kBackColor = 0x80000005; // window
+    // Width of the sunken border a 3-D appearance draws around the rows.
+    static constexpr qint32 kBorder3D = 2;
 
     bool autoRedraw = true;
     qint32 columns = 1;

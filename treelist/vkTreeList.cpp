@@ -29,11 +29,7 @@
 #include <QStyle>
 #include <QWheelEvent>
 
-namespace {
-
-constexpr qint32 kBorder3D = 2;
-
-} // namespace
+namespace {} // namespace
 
 vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     : QWidget(parent), m_frames(std::make_unique<FrameKeeper>(*this)),
@@ -236,133 +232,15 @@ void vkTreeList::notify(const QString &key) {
 }
 
 QSize vkTreeList::sizeHint() const {
-    return {320, m_settings.rowHeight * (m_settings.headerCount + 12) + 2 * kBorder3D};
+    return {320,
+            m_settings.rowHeight * (m_settings.headerCount + 12) + 2 * TreeListSettings::kBorder3D};
 }
 
 QSize vkTreeList::minimumSizeHint() const {
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    return {3 * bar + 2 * kBorder3D,
-            m_settings.rowHeight * (m_settings.headerCount + 1) + bar + 2 * kBorder3D};
-}
-
-// --- Properties ---------------------------------------------------------------------------------
-
-void vkTreeList::setAppearance(qint32 value) {
-    m_settings.appearance = toInt16(value);
-    const int border = m_settings.appearance == lsApp3D ? kBorder3D : 0;
-    setContentsMargins(border, border, border, border);
-    notify("Appearance");
-    m_frames->RedrawFrame(false);
-}
-
-void vkTreeList::setAutoRedraw(bool value) {
-    // Turned off, the control keeps showing the frame of its last repaint.
-    m_frames->settlePixels();
-    m_settings.autoRedraw = value;
-    notify("AutoRedraw");
-    if (value)
-        Refresh(false);
-}
-
-OleColor vkTreeList::BackColor() const {
-    return m_picOut->BackColor();
-}
-
-void vkTreeList::setBackColor(OleColor value) {
-    // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_picOut->setBackColor(value);
-    notify("BackColor");
-}
-
-void vkTreeList::setEditMode(qint32 value) {
-    m_settings.editMode = value;
-    notify("EditMode");
-}
-
-void vkTreeList::setFocusType(qint32 value) {
-    // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_settings.focusType = value;
-    notify("FocusType");
-}
-
-StdFontPtr vkTreeList::Font() const {
-    return m_picOut->Font();
-}
-
-void vkTreeList::setFont(const StdFontPtr &font) {
-    if (!font)
-        throw TreeListError(TreeListError::TypeMismatch);
-    m_frames->settlePixels();
-    m_picOut->setFont(font);
-    notify("Font");
-}
-
-OleColor vkTreeList::ForeColor() const {
-    return m_picOut->ForeColor();
-}
-
-void vkTreeList::setForeColor(OleColor value) {
-    // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_picOut->setForeColor(value);
-    notify("ForeColor");
-}
-
-void vkTreeList::setImageList(const lsImageListPtr &list) {
-    // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_imageList = list;
-    notify("ImageList");
-}
-
-QString vkTreeList::imageListName() const {
-    return m_host->imageListName(m_imageList);
-}
-
-void vkTreeList::setImageListName(const QString &name) {
-    setImageList(name.isEmpty() ? nullptr : m_host->findImageList(name));
-}
-
-QFont vkTreeList::qtFont() const {
-    return stdFontToQFont(Font());
-}
-
-void vkTreeList::setQtFont(const QFont &font) {
-    setFont(stdFontFromQFont(font));
-}
-
-void vkTreeList::setLineStyle(qint32 value) {
-    m_settings.lineStyle = value;
-    notify("LineStyle");
-    m_frames->RedrawFrame(false);
-}
-
-void vkTreeList::setRowHeight(qint32 value) {
-    // Out-of-range heights are ignored without an error, on purpose.
-    if (value < 16 || value > 255)
-        return;
-    m_settings.rowHeight = value;
-    notify("RowHeight");
-    m_frames->RedrawFrame(false);
-}
-
-void vkTreeList::setMultiSelect(bool value) {
-    // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_settings.multiSelect = value;
-    notify("MultiSelect");
-}
-
-void vkTreeList::setAutoSelectNew(bool value) {
-    m_settings.autoSelectNew = value;
-    notify("AutoSelectNew");
-}
-
-void vkTreeList::setExpandOnDoubleClick(bool value) {
-    m_settings.expandOnDoubleClick = value;
-    notify("ExpandOnDoubleClick");
+    return {3 * bar + 2 * TreeListSettings::kBorder3D,
+            m_settings.rowHeight * (m_settings.headerCount + 1) + bar +
+                2 * TreeListSettings::kBorder3D};
 }
 
 void vkTreeList::onResize() {

@@ -2,9 +2,6 @@
 // vkTreeList: a tree view whose every row carries cells in columns, under zero or more header
 // rows. The host fills it through AddItem / ListCell / Nodes, sets its properties, and saves and
 // loads them through a PropertyBag. All drawing is composed off screen and shown in one copy.
-//
-// Sections of this header: life cycle; properties; columns and headers; rows and cells;
-// selection; viewport; painting; children; editing; diagnostics; signals; private state.
 
 #include "HostContainer.h"
 #include "OffScreenDC.h"
@@ -30,14 +27,10 @@ class TreeListViewport;
 class TreeListInput;
 class ColumnGeometry;
 class PictureBox;
-struct PaintContext;
 class lsEdit;
 class QLabel;
 class QScrollBar;
 class EntryGuard;
-class QKeyEvent;
-class QMouseEvent;
-class QWheelEvent;
 
 class VKTL_EXPORT vkTreeList : public QWidget {
     Q_OBJECT
@@ -84,71 +77,62 @@ class VKTL_EXPORT vkTreeList : public QWidget {
     Q_CLASSINFO("AutoSize", "Sets the Column size according to longest data in that column.")
 
 public:
-    // Creates the control and its children and runs Initialize. The host may be null (then a
-    // default run-mode host is used); it must outlive the control.
+    // Creates the control and its children; a null host means a default run-mode one (it must
+    // outlive the control).
     explicit vkTreeList(QWidget *parent = nullptr, HostContainer *host = nullptr);
-    // Runs Terminate.
     ~vkTreeList() override;
 
-    // --- Life cycle -------------------------------------------------------------------------
-    // Sets up a new instance (the constructor already did; again, it starts over); at design time
-    // it also shows the six sample rows.
+    // --- Life cycle and persistence ---
+    // Starts the control over as a new instance (at design time with the six sample rows).
     Q_INVOKABLE void InitProperties();
-    // Loads the persisted properties; a wrong type raises type mismatch and leaves the control
-    // usable with what was read so far.
+    // Loads the persisted properties; a bad value raises, naming it, and changes nothing.
     void ReadProperties(const PropertyBag &bag);
-    // Saves the 18 persisted properties (a value equal to its default is not stored).
+    // Saves the persisted properties, leaving out every value equal to its default.
     void WriteProperties(PropertyBag &bag) const;
 
-    // --- Properties ---------------------------------------------------------------------------
-    // Window border: lsAppFlat or lsApp3D. The window keeps it in 16 bits: a value outside
-    // -32768..32767 raises overflow and changes nothing.
+    // --- Properties ---
+    // Window border, lsAppFlat or lsApp3D (16-bit: a value past that raises overflow).
     qint32 Appearance() const { return m_settings.appearance; }
     void setAppearance(qint32 value);
-    // Whether frames are composed; turning it on repaints at once.
+    // Whether repaints lay out and show frames; turning it on repaints at once.
     bool AutoRedraw() const { return m_settings.autoRedraw; }
     void setAutoRedraw(bool value);
-    // Background colour of the drawing child (OLE colour); no repaint.
+    // Background colour of the rows (OLE colour); takes effect at the next repaint.
     OleColor BackColor() const;
     void setBackColor(OleColor value);
     // How the in-place editor edits (lsEditModeConstants).
     qint32 EditMode() const { return m_settings.editMode; }
     void setEditMode(qint32 value);
-    // Whether the control itself takes input, whatever its parent says.
+    // Whether the control itself takes input, whatever its parent says; a change notifies.
     bool Enabled() const { return !testAttribute(Qt::WA_ForceDisabled); }
-    // Enables or disables the control itself; notifies and repaints when that changes it (also
-    // when called through QWidget).
     void setEnabled(bool value);
     // Whether clicks and keys select rows or cells (lsSelectConstants).
     qint32 FocusType() const { return m_settings.focusType; }
     void setFocusType(qint32 value);
-    // The control's font, shared with the drawing surface.
+    // The control's font, shared with the drawing surface; as a QFont for Qt's editors.
     StdFontPtr Font() const;
     void setFont(const StdFontPtr &font);
     using QWidget::setFont;
-    // Text colour of the drawing child (OLE colour); no repaint.
-    OleColor ForeColor() const;
-    void setForeColor(OleColor value);
-    // The host's image list for row and cell pictures (may be null); no repaint.
-    const lsImageListPtr &ImageList() const { return m_imageList; }
-    void setImageList(const lsImageListPtr &list);
-    // The image list by the name the host registered it under ("" for none or unnamed); an
-    // unknown name sets none.
-    QString imageListName() const;
-    void setImageListName(const QString &name);
-    // The font as a QFont (family, point size, style), for Qt's property editors.
     QFont qtFont() const;
     void setQtFont(const QFont &font);
+    // Text colour of the rows (OLE colour); takes effect at the next repaint.
+    OleColor ForeColor() const;
+    void setForeColor(OleColor value);
+    // The host's image list for pictures (may be null), or by its registered name ("" none).
+    const lsImageListPtr &ImageList() const { return m_imageList; }
+    void setImageList(const lsImageListPtr &list);
+    QString imageListName() const;
+    void setImageListName(const QString &name);
     // Tree line style (lsLineStyle).
     qint32 LineStyle() const { return m_settings.lineStyle; }
     void setLineStyle(qint32 value);
-    // Row height in pixels; only 16..255 is taken, other values are silently ignored.
+    // Row height in pixels; only 16..255 is taken, other values are ignored without an error.
     qint32 RowHeight() const { return m_settings.rowHeight; }
     void setRowHeight(qint32 value);
     // "Enables, Disables selection of  more then one row." (Shift or Ctrl with a click).
     bool MultiSelect() const { return m_settings.multiSelect; }
     void setMultiSelect(bool value);
-    // "If enabled then the added row will be selected." (by AddItem).
+    // "If enabled then the added row will be selected." (and scrolled into view by AddItem).
     bool AutoSelectNew() const { return m_settings.autoSelectNew; }
     void setAutoSelectNew(bool value);
     // Whether a double click (or Enter) opens and closes a row.
@@ -156,30 +140,26 @@ public:
     void setExpandOnDoubleClick(bool value);
     // The width given to columns that have none, persisted as "ColumnWidth".
     qint32 DefaultColumnWidth() const { return m_settings.defaultColumnWidth; }
-    // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; twips by default). 16-bit: a
-    // value outside -32768..32767 raises overflow.
+    // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; 16-bit: past that, overflow).
     qint16 ScaleMode() const { return m_settings.scaleMode; }
     void setScaleMode(qint32 value) { m_settings.scaleMode = toInt16(value); }
 
-    // --- Columns and headers -------------------------------------------------------------------
-    // Number of data columns; values below 1 are ignored. Cells are numbered in 16 bits: a count
-    // past 32767 raises overflow, and one that would make more than 2097152 cells in all raises
-    // out of memory, before anything changes.
+    // --- Columns and headers ---
+    // Number of data columns (below 1 ignored; past 32767 overflow, past 2097152 cells in all out
+    // of memory, both before anything changes).
     qint32 Columns() const { return m_settings.columns; }
     void setColumns(qint32 value);
-    // Number of header rows (16-bit: a put outside -32768..32767 raises overflow before anything
-    // changes).
+    // Number of header rows (16-bit: a put past that raises overflow before anything changes).
     qint16 Headers();
     void setHeaders(qint32 value);
-    // Width of a column in the control's scale mode, -1 when there is no such column or row.
+    // Width of a column in the scale mode (-1 when there is no such column or row); sets it.
     Q_INVOKABLE qint32 ColumnWidth(qint32 ColID) const;
     Q_INVOKABLE void setColumnWidth(qint32 ColID, qint32 width);
     // "Sets the Column size according to longest data in that column."; always returns false.
     Q_INVOKABLE bool AutoSize(qint32 ColID);
 
-    // --- Rows and cells -------------------------------------------------------------------------
-    // Adds a row relative to another; returns its Index (16-bit) or -1. lsFirst / lsLast are
-    // written back as lsNext.
+    // --- Rows and cells ---
+    // Adds a row relative to another; its Index (16-bit) or -1. lsFirst / lsLast come back lsNext.
     qint16 AddItem(const QVariant &Relative, qint32 &Relationship,
                    const QVariant &Key = emptyText(), const QString &Text = QString(),
                    const QVariant &Image = emptyText());
@@ -191,11 +171,9 @@ public:
     Q_INVOKABLE bool Clear();
     // The row at a position or under a key, or null.
     lsNodePtr Nodes(const QVariant &IndexKey) const;
-    // Number of rows.
+    // Number of rows; Index of the selected row and of the selected cell (0 when none).
     qint32 Rows() const;
-    // Index of the selected row, 0 when none.
     qint32 Row() const;
-    // Index of the selected cell, 0 when none.
     qint32 Col() const;
     // Opens / closes a row and raises OnExpand / OnCollapse; false for an unknown row.
     Q_INVOKABLE bool Expand(const QVariant &RowIndexKey);
@@ -204,13 +182,13 @@ public:
     Q_INVOKABLE bool RemoveItem(const QVariant &RowIndexKey);
     // Recomputes visibility from a row onwards; always false.
     Q_INVOKABLE bool SetVisibility(const QVariant &RowIndexKey);
-    // Reads one property of a body cell; -1 names the current row / column. Empty when none.
+    // Reads one property of a body cell (-1: the current row / column); empty when none.
     Q_INVOKABLE QVariant ListCell(qint32 CellProperty = lslcData, qint32 RowID = -1,
                                   qint32 ColID = -1);
     // Writes one property of a body cell and repaints its row when it is on screen.
     Q_INVOKABLE void setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                                  const QVariant &value);
-    // Resolves -1 to the current row / column (written back) and returns the cell, or null.
+    // The cell ListCell reads, -1 resolved to the current row / column (written back); or null.
     lsCellPtr ResolveListCell(qint32 &RowID, qint32 &ColID) const;
     // Reads / writes one property of a header cell (no defaults; out of range means none).
     Q_INVOKABLE QVariant HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const;
@@ -219,7 +197,7 @@ public:
     // The header cell at a header row and column, or null.
     lsCellPtr ResolveHeaderCell(qint32 RowID, qint32 ColID) const;
 
-    // --- Selection ------------------------------------------------------------------------------
+    // --- Selection ---
     // Selects a row and cell (cell: the current one's column, else 1) and repaints.
     void SelectItem(qint32 RowID, std::optional<qint32> ColID = std::nullopt);
     Q_INVOKABLE void SelectItem(qint32 RowID, qint32 ColID) {
@@ -229,9 +207,8 @@ public:
     Q_INVOKABLE bool Mark(qint32 RowID) const;
     Q_INVOKABLE void setMark(qint32 RowID, bool value);
 
-    // --- Viewport -------------------------------------------------------------------------------
-    // "Makes the passed node visible.": scrolls down so that a row below the view becomes its
-    // last line; never scrolls up.
+    // --- Viewport ---
+    // "Makes the passed node visible.": a row below the view becomes its last line; never up.
     Q_INVOKABLE QVariant EnsureVisible(const QVariant &IndexKey);
     // Index of the row drawn right under the header rows.
     qint32 FirstDisplayedRow() const;
@@ -239,23 +216,22 @@ public:
     qint16 VisibleLineCount() const;
     // Horizontal scroll offset in pixels (zero or negative).
     qint32 HorizontalOffset() const;
-    // What lies at (X, Y) on the drawing surface, X taken past the horizontal scroll; a new object
-    // each call, whose DataRow is a line under the header rows, not a row index. A non-numeric X
-    // or Y gives one whose IDs are all -1.
+    // What lies at (X, Y) past the horizontal scroll; DataRow is a line, not an Index (all IDs
+    // -1 for a non-numeric X or Y).
     lsHitTestPtr HitTest(const QVariant &X, const QVariant &Y, qint16 Button = 0,
                          qint16 Shift = 0) const;
 
-    // --- Painting -------------------------------------------------------------------------------
-    // Recomposes the whole frame (after clearing the drawing child when asked).
+    // --- Painting ---
+    // Repaints the whole frame (after clearing the drawing child when asked).
     Q_INVOKABLE void Refresh(bool Clear = false);
     // "Returns the time was necessary to redraw the control." (seconds).
     float ReDrawTime() const;
-    // The composed frame (null before the first one); a repaint's pixels are composed first.
+    // The composed frame (null before the first one), waiting pixels composed first.
     const OffScreenDC *surface();
     // Index of the last row painted in the last frame.
     qint32 LastPaintedRow() const;
 
-    // --- Children and owned objects -------------------------------------------------------------
+    // --- Children and owned objects ---
     PictureBox *picOut() const { return m_picOut; }
     QScrollBar *scrX() const { return m_scrX; }
     QScrollBar *scrY() const { return m_scrY; }
@@ -271,18 +247,14 @@ public:
     qint64 failedEntries() const;
     // The hit test of the last mouse press.
     const lsHitTest *lastHit() const;
-
-    // The virtual-key code of a Qt key, as KeyDown and KeyUp report it and navigation reads it
-    // (the table is in KeyCodes.h).
+    // The virtual-key code of a Qt key, as KeyDown and KeyUp report it.
     static qint16 virtualKeyCode(int qtKey);
 
-    // --- Editing --------------------------------------------------------------------------------
-    // Opens the editor over a cell in a mode (-1: the current row, column or EditMode; the row
-    // and column used are written back). The cell becomes the selected one first. Ignored while
-    // an edit is open; the result is always false.
+    // --- Editing ---
+    // Opens the editor over a cell (-1: the current row, column or EditMode, written back),
+    // selecting the cell first; ignored while an edit is open; always false.
     bool Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode);
     bool Edit(qint32 &RowID, qint32 &ColID);
-    // The same for values that need nothing written back (Edit() edits the current cell).
     Q_INVOKABLE bool Edit(const qint32 &RowID = -1, const qint32 &ColID = -1,
                           const qint32 &Mode = -1);
     // Closes an open edit without committing; returns "".
@@ -291,36 +263,30 @@ public:
     Q_INVOKABLE void EditComboClear();
     // Adds an entry to the drop-down list the next combo-box edit shows (at Index when given).
     Q_INVOKABLE void EditComboAddItem(const QVariant &Item, const QVariant &Index = QVariant());
-    // The index of the drop-down list's selection (-1 none).
+    // The index of the drop-down list's selection (-1 none); the text of entry Index, or "".
     Q_INVOKABLE qint32 EditComboListIndex();
-    // The text of drop-down entry Index, or "".
     Q_INVOKABLE QVariant EditComboList(const QVariant &Index) const;
-    // True while an edit is open (from Edit until the editor closes).
+    // True while an edit is open; the editor the control edits with.
     bool isEditing() const { return m_editing; }
-    // The editor the control edits with.
     lsEdit *lseMisc() const;
 
-    // --- Diagnostics ----------------------------------------------------------------------------
-    // "<module>.ocx|<major>.<minor 00>.<revision 0###>|<comments>|" for this build; the text is
-    // also kept as the value the "ComponentVersion" property holds.
+    // --- Diagnostics ---
+    // "<module>.ocx|<major>.<minor 00>.<revision 0###>|<comments>|", also kept as the property.
     QVariant ComponentVersion();
-    // Ignores the value (the property is read-only in effect) and notifies "ComponentVersion".
+    // Drops the value (read-only in effect) and notifies "ComponentVersion".
     void setComponentVersion(const QVariant &value);
-    // Times three walks over all rows, 100 repetitions each, drawing every row's text off
-    // screen; shows the report in a message box (unless the host turned them off) and returns
-    // it, one line per walk: start, end and elapsed seconds. List is accepted but not used.
+    // Times three walks over all rows drawing their texts off screen; reports them (also in a
+    // message box unless the host turned those off). List is accepted but not used.
     QVariant Test(bool &List);
     Q_INVOKABLE QVariant Test();
 
-    // A size that shows a header row and a screenful of rows of two columns.
+    // A header row and a screenful of rows of two columns; room for a header, a line and bars.
     QSize sizeHint() const override;
-    // Room for the header row, one line and the scroll bars.
     QSize minimumSizeHint() const override;
 
 signals:
-    // A property changed; the key is the one the property bag uses.
+    // A property changed: by its property-bag key, and by its own Q_PROPERTY notification.
     void PropertyChanged(const QString &key);
-    // The same, one signal per property (the Q_PROPERTY notifications).
     void AppearanceChanged();
     void AutoRedrawChanged();
     void BackColorChanged();
@@ -338,14 +304,12 @@ signals:
     void ColumnsChanged();
     void HeadersChanged();
     void ComponentVersionChanged();
-    // The view scrolled.
+    // The view scrolled; a row was opened / closed by the control.
     void Scroll();
-    // A row was opened / closed by the control.
     void OnExpand(qint32 RowID);
     void OnCollapse(qint32 RowID);
-    // Mouse input on the grid: Button 1 left, 2 right, 4 middle; Shift 1 Shift, 2 Ctrl, 4 Alt;
-    // X and Y in pixels of the drawing surface. A click raises MouseDown, MouseUp, Click; a double
-    // click then DblClick and MouseUp.
+    // Mouse on the grid (Button 1 left, 2 right, 4 middle; Shift 1 Shift, 2 Ctrl, 4 Alt; pixels).
+    // A click raises MouseDown, MouseUp, Click; a double click then DblClick and MouseUp.
     void MouseDown(qint16 Button, qint16 Shift, float X, float Y);
     void MouseMove(qint16 Button, qint16 Shift, float X, float Y);
     void MouseUp(qint16 Button, qint16 Shift, float X, float Y);
@@ -358,15 +322,14 @@ signals:
     void KeyDown(qint16 KeyCode, qint16 Shift);
     void KeyPress(qint16 KeyAscii);
     void KeyUp(qint16 KeyCode, qint16 Shift);
-    // A call that Qt made into the control (paint, resize, scrolling...) failed with this error;
-    // the control stays usable and keeps its last good frame. Host calls throw instead.
+    // A call Qt made into the control failed with this error; the control stays usable.
     void OnError(qint32 Number, const QString &Description);
-    // The editor's events, arguments by reference: what the host assigns reaches the editor.
+    // The editor's events; what the host assigns to the arguments reaches the editor.
     // An edit is about to open; Cancel = true keeps it closed (and Edit shut until AbortEdit).
     void BeforeEdit(bool &Cancel);
     // A commit is about to happen; Cancel = true discards it.
     void ValidateEdit(QVariant &NewValue, QVariant &OldValue, bool &Cancel);
-    // A commit passed validation. The cell keeps its text unless the host writes NewValue.
+    // A commit passed validation; the cell keeps its text unless the host writes NewValue.
     void AfterEdit(QVariant &NewValue, QVariant &OldValue, bool &Changed);
     // The ellipsis of a button-mode edit: the editor's left and top, and the Value to set.
     void EditButtonClick(qint32 &Xpos, qint32 &Ypos, QVariant &Value);
