@@ -1,4 +1,5 @@
-// Row geometry of the tree column.
+// Row geometry of the tree column. The absolute places are pinned by the control's reference
+// images; these are the relations between them.
 #include "ScaleConverter.h"
 #include "lsIdent.h"
 
@@ -17,40 +18,55 @@ lsNodePtr makeRow(qint32 level, qint32 top, const QVariant &icon = QString(), bo
     return row;
 }
 
+// The places across and down a row, less a shift.
+std::vector<qint32> xs(const lsIdent &g, qint32 shift = 0) {
+    return {g.ExpX() - shift,       g.TreeLineX() - shift, g.NodeLineX1() - shift,
+            g.NodeLineX2() - shift, g.picX() - shift,      g.ChildLineX() - shift,
+            g.TextX() - shift};
+}
+std::vector<qint32> ys(const lsIdent &g, qint32 shift = 0) {
+    return {g.ExpY() - shift, g.TreeLineY1() - shift,  g.NodeLineY() - shift,
+            g.PicY() - shift, g.ChildLineY1() - shift, g.ChildLineY2() - shift,
+            g.TextY() - shift};
+}
+
 } // namespace
 
-TEST(lsIdent, PositionsOfTheWorkedExampleAndOfSpecialRows) {
+TEST(lsIdent, ADeeperRowIsOneStepRightAndALowerOneMovesDownWithIt) {
+    constexpr qint32 Step = 19; // one level's indentation
     const ScaleConverter scale;
     lsIdent g;
-    g.Refresh(makeRow(2, 40), 19, nullptr, &scale);
-    const std::vector<qint32> actual = {
-        g.ExpX(),       g.ExpY(),        g.TreeLineX(),   g.TreeLineY1(), g.TreeLineY2(),
-        g.NodeLineX1(), g.NodeLineX2(),  g.NodeLineY(),   g.picX(),       g.PicY(),
-        g.ChildLineX(), g.ChildLineY1(), g.ChildLineY2(), g.TextX(),      g.TextY(),
-        g.PicWidth(),   g.PicHeight(),   g.IdentIndex(),  g.IdentSize(),  g.ExpWidth()};
-    EXPECT_EQ(actual, std::vector<qint32>({41, 44, 45, 48, 8,  45, 56, 48, 56, 42, //
-                                           64, 58, 66, 74, 42, 16, 16, 2,  19, 9}));
-
-    // PicY rounds halves to the even neighbour: 0 + 1.5 -> 2 and 1 + 1.5 -> 2.
+    g.Refresh(makeRow(0, 0), 19, nullptr, &scale);
+    const std::vector<qint32> x0 = xs(g), y0 = ys(g);
+    for (const auto &[level, top] : {std::pair{1, 0}, {2, 40}, {7, 38}}) {
+        g.Refresh(makeRow(level, top), 19, nullptr, &scale);
+        EXPECT_EQ(xs(g, level * Step), x0) << level;
+        EXPECT_EQ(ys(g, top), y0) << top;
+        // The box sits on the tree line, the node line runs from it to the picture, the child
+        // line drops from the picture's middle and the text follows the picture.
+        EXPECT_EQ(std::vector<qint32>({g.ExpX() + g.ExpWidth() / 2, g.ExpY() + g.ExpHeight() / 2,
+                                       g.NodeLineX2(), g.ChildLineX(), g.ChildLineY1(), g.TextX(),
+                                       g.TreeLineY2(), g.IdentIndex()}),
+                  std::vector<qint32>({g.TreeLineX(), g.NodeLineY(), g.picX(),
+                                       g.picX() + g.PicWidth() / 2, g.PicY() + g.PicHeight(),
+                                       g.picX() + g.PicWidth() + 2, g.PicHeight() / 2, level}));
+    }
+    // The picture is centred in its row with halves rounded to the even neighbour: 0 + 1.5 -> 2
+    // and 1 + 1.5 -> 2.
     for (const qint32 top : {0, 1}) {
         g.Refresh(makeRow(0, top), 19, nullptr, &scale);
-        EXPECT_EQ(std::tuple(g.PicY(), g.ExpX(), g.picX(), g.TextX()), std::tuple(2, 3, 18, 36))
-            << top;
+        EXPECT_EQ(g.PicY(), 2) << top;
     }
-    // The step is fixed: changing IdentSize does not move the box.
-    g.setIdentSize(40);
-    g.Refresh(makeRow(1, 0), 19, nullptr, &scale);
-    EXPECT_EQ(g.ExpX(), 22);
 
     // A hidden row at the top has no lines; hidden rows below it keep theirs.
     g.Refresh(makeRow(1, 0, QString(), false), 19, nullptr, &scale);
     EXPECT_EQ(std::tuple(g.TreeLineY1(), g.TreeLineY2(), g.NodeLineY()), std::tuple(0, 0, 0));
     g.Refresh(makeRow(1, 19, QString(), false), 19, nullptr, &scale);
-    EXPECT_EQ(g.TreeLineY1(), 19 + 4 + 4);
+    EXPECT_EQ(g.TreeLineY1(), y0[1] + 19);
 
-    // A row without cells sits at top 0 with picture 103; a null row changes nothing.
+    // A row without cells sits at top 0 with the default picture; a null row changes nothing.
     g.Refresh(std::make_shared<lsNode>(), 19, nullptr, &scale);
-    EXPECT_EQ(std::pair(g.PicY(), g.PicWidth()), std::pair(2, 16));
+    EXPECT_EQ(std::tuple(xs(g), ys(g), g.PicWidth()), std::tuple(x0, y0, 16));
     g.setTextX(-1);
     g.Refresh(nullptr, 19, nullptr, &scale);
     EXPECT_EQ(g.TextX(), -1);
@@ -58,7 +74,7 @@ TEST(lsIdent, PositionsOfTheWorkedExampleAndOfSpecialRows) {
     // An overflowing level stops the computation: positions from before it stay as they were.
     g.Refresh(makeRow(std::numeric_limits<qint32>::max(), 0), 19, nullptr, &scale);
     EXPECT_EQ(std::tuple(g.IdentIndex(), g.ExpX(), g.TextX()),
-              std::tuple(std::numeric_limits<qint32>::max(), 3, -1));
+              std::tuple(std::numeric_limits<qint32>::max(), x0[0], -1));
 }
 
 TEST(lsIdent, PictureSourcesAndFallbacks) {
@@ -69,7 +85,8 @@ TEST(lsIdent, PictureSourcesAndFallbacks) {
 
     // A picture from the host's list, found by key in any case.
     g.Refresh(makeRow(0, 0, "WIDE"), 24, &list, &scale);
-    EXPECT_EQ(std::tuple(g.PicWidth(), g.PicHeight(), g.TextX()), std::tuple(32, 20, 18 + 32 + 2));
+    EXPECT_EQ(std::tuple(g.PicWidth(), g.PicHeight(), g.TextX()),
+              std::tuple(32, 20, g.picX() + 32 + 2));
 
     // Name, icon, whether the list and the scale conversion are given, and the square's size.
     const std::tuple<const char *, QVariant, bool, bool, qint32> cases[] = {

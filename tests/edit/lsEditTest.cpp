@@ -277,7 +277,7 @@ TEST_F(lsEditTest, ButtonKeepsOnlyWhatCanShow) {
     }
 }
 
-TEST(lsEditModel, MembersPersistenceAndSetUp) {
+TEST(lsEditModel, EntriesModesAndEveryPropertyThroughTheBag) {
     lsEdit edit;
     int closes = 0;
     QObject::connect(&edit, &lsEdit::OnClose, [&] { ++closes; });
@@ -286,32 +286,30 @@ TEST(lsEditModel, MembersPersistenceAndSetUp) {
     EXPECT_EQ(edit.AddItem("a"), 0);
     EXPECT_EQ(edit.AddItem("b", 0), 0);
     EXPECT_EQ(errorOf([&] { edit.AddItem("c", 5); }), 5);
-    EXPECT_EQ(edit.List(0).toString(), "b");
-    for (int outside : {-1, 2})
-        EXPECT_EQ(edit.List(outside).toString(), "") << outside;
+    EXPECT_EQ(
+        std::tuple(edit.List(0).toString(), edit.List(-1).toString(), edit.List(2).toString()),
+        std::tuple(QString("b"), QString(), QString()));
     // Any mode is kept; one outside 0..2 opens nothing.
     edit.setMode(7);
     edit.Edit();
-    EXPECT_FALSE(edit.isEditing());
-    EXPECT_EQ(edit.Mode().toInt(), 7);
+    EXPECT_EQ(std::tuple(edit.isEditing(), edit.Mode().toInt()), std::tuple(false, 7));
 
-    // Defaults store nothing; the rest goes round, and a bad file changes nothing.
+    // Defaults store nothing; every put comes back from the bag; a bad bag changes nothing.
     PropertyBag bag;
     edit.setMode(0);
     edit.WriteProperties(bag);
     EXPECT_EQ(bag.count(), 0);
-    edit.setBorderStyle(1);
-    edit.setBackColor(0x00123456);
-    edit.setMode(lsEditComboBox);
-    edit.setValue(42);
-    edit.setListIndex(1);
-    edit.setScaleMode(3);
+    // clang-format off
+    const std::pair<const char *, QVariant> puts[] = {{"BorderStyle", 1}, {"BackColor", 0x00123456u},
+        {"Mode", lsEditComboBox}, {"Value", "42"}, {"ScaleMode", 3}};
+    // clang-format on
+    for (const auto &[name, value] : puts)
+        edit.setProperty(name, value);
     edit.WriteProperties(bag);
     lsEdit copy;
     copy.ReadProperties(bag);
-    EXPECT_EQ(std::tuple(copy.BorderStyle(), copy.BackColor(), copy.Mode().toInt(),
-                         copy.Value().toString(), copy.ScaleMode()),
-              std::tuple(qint16(1), OleColor(0x00123456), 1, QString("42"), qint16(3)));
+    for (const auto &[name, value] : puts)
+        EXPECT_EQ(copy.property(name).toString(), value.toString()) << name;
     ASSERT_TRUE(bag.fromJson(R"({"BorderStyle": 0, "Mode": "abc"})"));
     EXPECT_EQ(errorOf([&] { copy.ReadProperties(bag); }), 13);
     EXPECT_EQ(copy.BorderStyle(), 1);

@@ -1,7 +1,7 @@
 #pragma once
-// The collection as first written, kept to judge the fast one by: it renumbers every row after a
-// change, recomputes visibility from a row to the end of the tree, finds a last sibling along the
-// sibling chain and counts visible rows by walking them. Plain pointers into rows it never frees.
+// A plain collection to judge the fast one by: it renumbers every row after a change, recomputes
+// visibility from a row to the end of the tree, finds a last sibling along the sibling chain and
+// counts visible rows by walking them. Plain pointers into rows it never frees.
 #include "IndexKey.h"
 #include "TreeListError.h"
 #include "TreeListTypes.h"
@@ -44,15 +44,8 @@ public:
             return nullptr;
         }
     }
-    static RefRow *next(const RefRow *n) {
-        if (n->child)
-            return n->child;
-        for (; n; n = n->parent)
-            if (n->next)
-                return n->next;
-        return nullptr;
-    }
-    static RefRow *nextIn(const RefRow *n, const RefRow *top) {
+    // The row after `n` in tree order, not leaving the subtree of `top` when one is given.
+    static RefRow *next(const RefRow *n, const RefRow *top = nullptr) {
         if (n->child)
             return n->child;
         for (; n && n != top; n = n->parent)
@@ -150,7 +143,7 @@ public:
         RefRow *target = item(indexKey);
         if (!target)
             return false;
-        for (RefRow *n = target; n; n = nextIn(n, target))
+        for (RefRow *n = target; n; n = next(n, target))
             n->flag = true;
         for (qint16 i = toInt16(count); i >= 1; --i) {
             RefRow *n = i <= qint32(positions.size()) ? positions[size_t(i - 1)] : nullptr;
@@ -176,7 +169,7 @@ public:
         std::vector<RefRow *> reachable;
         for (RefRow *top = root; top; top = top->next) {
             qint32 index = 1;
-            for (RefRow *n = top; n; n = nextIn(n, top)) {
+            for (RefRow *n = top; n; n = next(n, top)) {
                 n->index = index++, n->flag = true;
                 reachable.push_back(n);
             }

@@ -1,10 +1,9 @@
-// The control's persisted properties through the JSON property bag.
+// The control's persisted properties through the JSON property bag and Qt's meta-object system.
 
 #include "ErrorOf.h"
 #include "TreeListFixture.h"
+#include "lsEdit.h"
 
-#include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QMetaProperty>
 #include <QSignalSpy>
@@ -13,7 +12,13 @@
 
 namespace {
 
-class PropertyBagTest : public TreeListFixture {};
+using PropertyBagTest = TreeListFixture;
+
+PropertyBag bagOf(const QString &json) {
+    PropertyBag bag;
+    EXPECT_TRUE(bag.fromJson(json.toUtf8())) << json.toStdString();
+    return bag;
+}
 
 TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
     PropertyBag bag;
@@ -21,9 +26,9 @@ TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
     EXPECT_EQ(bag.count(), 0) << QJsonDocument(bag.json()).toJson().toStdString();
     vkTreeList loaded(nullptr, host.get());
     loaded.ReadProperties(bag);
-    EXPECT_EQ(std::tuple(loaded.Headers(), loaded.Columns(), loaded.Rows()),
-              std::tuple(qint16(1), 1, 0));
-    EXPECT_EQ(loaded.HeaderCell(lslcData, 1, 1).toString(), "Header1");
+    EXPECT_EQ(
+        std::tuple(loaded.Headers(), loaded.headers()->Count(), loaded.HeaderCell(lslcData, 1, 1)),
+        std::tuple(list->Headers(), 1, list->HeaderCell(lslcData, 1, 1)));
 
     // Every persisted key but the default column width is a property of the same name: a host
     // (or a form) puts them by name. The font goes through a QFont, the image list through the
@@ -43,8 +48,8 @@ TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
         {"ComponentVersion", "9.99.9999"}};
     // clang-format on
     for (const auto &[key, value] : puts) {
-        const QMetaObject *meta = list->metaObject();
-        const QMetaProperty property = meta->property(meta->indexOfProperty(key));
+        const QMetaProperty property =
+            list->metaObject()->property(list->metaObject()->indexOfProperty(key));
         QSignalSpy notified(list.get(), property.notifySignal());
         EXPECT_TRUE(property.write(list.get(), value)) << key;
         EXPECT_EQ(notified.count(), 1) << key;
@@ -60,13 +65,11 @@ TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
     EXPECT_EQ(saved.count(), 16); // all but ColumnWidth and ComponentVersion, left at defaults
     ASSERT_TRUE(bag.load(path));
     loaded.ReadProperties(bag);
-    // Writing the loaded control again gives the same bag, so every key reached its field;
-    // a few spot checks make sure the values were applied and not just carried.
-    EXPECT_EQ(loaded.HeaderCell(lslcData, 2, 3).toString(), "Header3");
-    EXPECT_FALSE(loaded.Enabled());
-    EXPECT_TRUE(loaded.Font()->Italic());
-    EXPECT_EQ(loaded.ImageList(), images);
-    EXPECT_EQ(loaded.BackColor(), 0x00C0FFEEu);
+    // Writing the loaded control again gives the same bag, so every key reached its field; the
+    // spot checks make sure the values were applied and not just carried.
+    EXPECT_EQ(std::tuple(loaded.HeaderCell(lslcData, 2, 3).toString(), loaded.Enabled(),
+                         loaded.Font()->Italic(), loaded.ImageList(), loaded.BackColor()),
+              std::tuple(QStringLiteral("Header3"), false, true, images, 0x00C0FFEEu));
     PropertyBag again;
     loaded.WriteProperties(again);
     EXPECT_EQ(again.json(), saved.json());
@@ -77,12 +80,7 @@ TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
 TEST_F(PropertyBagTest, ALoadGivesEveryHeaderAndDataRowTheLoadedColumns) {
     // Whatever the control held before: new, loaded before, filled with rows.
     const auto layout = [](qint32 columns, qint32 headers) {
-        PropertyBag bag;
-        EXPECT_TRUE(bag.fromJson(QStringLiteral(R"({"Columns": %1, "Headers": %2})")
-                                     .arg(columns)
-                                     .arg(headers)
-                                     .toUtf8()));
-        return bag;
+        return bagOf(QStringLiteral(R"({"Columns": %1, "Headers": %2})").arg(columns).arg(headers));
     };
     const std::function<void()> before[] = {[] {}, [&] { list->ReadProperties(layout(5, 3)); },
                                             [&] {
@@ -110,32 +108,29 @@ TEST_F(PropertyBagTest, ALoadGivesEveryHeaderAndDataRowTheLoadedColumns) {
         }
 }
 
-TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
+TEST_F(PropertyBagTest, BadInputFailsCleanlyNamesItsSourceAndLosesNothing) {
     QTemporaryDir dir;
-    const QString path = dir.filePath("layout.json");
-    PropertyBag good;
-    good.WriteProperty("RowHeight", QVariant::fromValue<qint16>(20),
-                       QVariant::fromValue<qint16>(18));
+    const QString path = dir.filePath("layout.json"), bad = dir.filePath("bad.json"),
+                  huge = dir.filePath("huge.json");
+    PropertyBag good = bagOf(R"({"RowHeight": 20})");
     ASSERT_TRUE(good.save(path));
+    for (const auto &[file, text] : {std::pair{bad, "{ \"RowHeight\": 20,"},
+                                     {huge, R"({"RowHeight": 20, "Columns": 2000000000})"}}) {
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(text) > 0);
+    }
 
-    // A malformed file leaves the bag as it was.
-    QFile bad(dir.filePath("bad.json"));
-    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
-    bad.write("{ \"RowHeight\": 20,");
-    bad.close();
+    // A malformed file leaves the bag as it was; a save that cannot be done, the old file.
     PropertyBag bag = good;
     QString error;
-    EXPECT_FALSE(bag.load(bad.fileName(), &error));
+    EXPECT_FALSE(bag.load(bad, &error));
     EXPECT_FALSE(error.isEmpty());
     EXPECT_EQ(bag.json(), good.json());
-
-    // A save that cannot be done leaves the old file intact.
     EXPECT_FALSE(good.save(dir.filePath("missing/dir/layout.json")));
-    PropertyBag reread;
-    ASSERT_TRUE(reread.load(path));
-    EXPECT_EQ(reread.json(), good.json());
+    ASSERT_TRUE(bag.load(path));
+    EXPECT_EQ(bag.json(), good.json());
 
-    // Values of the wrong type fail the load with type mismatch (13); too large ones overflow.
+    // Values of the wrong type fail the load with type mismatch; too large ones overflow.
     using E = TreeListError;
     // clang-format off
     const std::pair<const char *, int> cases[] = {
@@ -148,9 +143,7 @@ TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
     list->setColumns(2);
     list->AddItem(emptyText(), lsNext, "A", "Alpha");
     for (const auto &[json, error] : cases) {
-        PropertyBag typed;
-        ASSERT_TRUE(typed.fromJson(json));
-        EXPECT_EQ(errorOf([&] { list->ReadProperties(typed); }), error) << json;
+        EXPECT_EQ(errorOf([&] { list->ReadProperties(bagOf(json)); }), error) << json;
         // Nothing of the control changed and it keeps working.
         EXPECT_EQ(std::tuple(list->RowHeight(), list->Columns(), list->Rows()),
                   std::tuple(18, 2, 1))
@@ -159,12 +152,8 @@ TEST_F(PropertyBagTest, BadInputFailsCleanlyAndLosesNothing) {
     EXPECT_EQ(list->AddItem("A", lsChild, "B", "Beta"), 2);
 
     // The error names the file, when there is one, and the property.
-    QFile huge(dir.filePath("huge.json"));
-    ASSERT_TRUE(huge.open(QIODevice::WriteOnly));
-    huge.write(R"({"RowHeight": 20, "Columns": 2000000000})");
-    huge.close();
     const std::pair<QString, QString> named[] = {
-        {huge.fileName(), huge.fileName() + R"(: "Columns": Overflow)"},
+        {huge, huge + R"(: "Columns": Overflow)"},
         {R"({"RowHeight": "tall"})", R"("RowHeight": Type mismatch)"},
         {R"({"Font": {"Size": "big"}})", R"("Font": Type mismatch)"}};
     for (const auto &[source, text] : named) {
@@ -206,30 +195,23 @@ TEST_F(PropertyBagTest, WideValuesKeepTheirBitsAndNarrowPutsFailLoudly) {
     // Colours load from the signed and the unsigned form of the same 32 bits.
     for (const char *json : {R"({"BackColor": -2147483643, "ForeColor": 2147483656})",
                              R"({"BackColor": 2147483653, "ForeColor": -2147483640})"}) {
-        ASSERT_TRUE(bag.fromJson(json));
-        loaded.ReadProperties(bag);
-        EXPECT_EQ(loaded.BackColor(), 0x80000005u) << json;
-        EXPECT_EQ(loaded.ForeColor(), 0x80000008u) << json;
+        loaded.ReadProperties(bagOf(json));
+        EXPECT_EQ(std::tuple(loaded.BackColor(), loaded.ForeColor()),
+                  std::tuple(0x80000005u, 0x80000008u))
+            << json;
     }
 
     // Puts of 16-bit values take the host's 32 bits and fail before anything changes.
     recordChanges();
-    const struct Narrow {
-        const char *name;
-        std::function<void()> put;
-    } narrow[] = {
-        {"Headers 40000", [&] { list->setHeaders(40000); }},
-        {"Columns 40000", [&] { list->setColumns(40000); }},
-        {"Headers -32769", [&] { list->setHeaders(-32769); }},
-        {"Appearance 70000", [&] { list->setAppearance(70000); }},
-        {"ScaleMode 32768", [&] { list->setScaleMode(32768); }},
-    };
-    for (const Narrow &n : narrow)
-        EXPECT_EQ(errorOf(n.put), TreeListError::Overflow) << n.name;
+    const std::function<void()> narrow[] = {
+        [&] { list->setHeaders(40000); }, [&] { list->setColumns(40000); },
+        [&] { list->setHeaders(-32769); }, [&] { list->setAppearance(70000); },
+        [&] { list->setScaleMode(32768); }};
+    for (size_t i = 0; i < std::size(narrow); ++i)
+        EXPECT_EQ(errorOf(narrow[i]), TreeListError::Overflow) << "put " << i;
     EXPECT_TRUE(changed.isEmpty());
-    EXPECT_EQ(list->Headers(), 1);
-    EXPECT_EQ(list->Appearance(), lsApp3D);
-    EXPECT_EQ(list->ScaleMode(), 1);
+    EXPECT_EQ(std::tuple(list->Headers(), list->Columns(), list->Appearance(), list->ScaleMode()),
+              std::tuple(qint16(1), 1, lsApp3D, qint16(1)));
 
     // Enabled is the control's own state: a disabled parent neither changes nor notifies it.
     QWidget parent;
@@ -283,6 +265,33 @@ TEST_F(PropertyBagTest, PutsNotifyWithTheBagKeyAndRepaintOnlyWhereTheyShould) {
     list->setAutoRedraw(true);
     EXPECT_NE(frame(), frozen);
     EXPECT_EQ(changed, QStringList({"AutoRedraw", "BackColor", "AutoRedraw"}));
+}
+
+TEST_F(PropertyBagTest, MethodsAndTheEditorsValueWorkByName) {
+    bool cleared = true;
+    ASSERT_TRUE(QMetaObject::invokeMethod(list.get(), "AddItem"));
+    ASSERT_TRUE(QMetaObject::invokeMethod(list.get(), "setListCell", Q_ARG(qint32, lslcData),
+                                          Q_ARG(qint32, 1), Q_ARG(qint32, 1),
+                                          Q_ARG(QVariant, QStringLiteral("by name"))));
+    EXPECT_EQ(list->ListCell(lslcData, 1, 1), "by name");
+    ASSERT_TRUE(QMetaObject::invokeMethod(list.get(), "Clear", Q_RETURN_ARG(bool, cleared)));
+    EXPECT_EQ(std::tuple(cleared, list->Rows()), std::tuple(false, 0));
+
+    lsEdit editor;
+    QSignalSpy valueChanged(&editor, &lsEdit::ValueChanged);
+    editor.setProperty("Value", QStringLiteral("Green"));
+    EXPECT_EQ(std::tuple(editor.Value().toString(), valueChanged.count()),
+              std::tuple(QString("Green"), qsizetype(1)));
+    EXPECT_TRUE(editor.property("Mode").isValid());
+
+    // Made the way Qt makes widgets, with a parent and nothing more: a new control with its
+    // header row, taller than its minimum.
+    QWidget window;
+    auto *made = new vkTreeList(&window);
+    EXPECT_EQ(std::tuple(made->Headers(), made->Columns(), made->headers()->Count()),
+              std::tuple(qint16(1), 1, 1));
+    EXPECT_GT(made->sizeHint().height(), made->minimumSizeHint().height());
+    EXPECT_GE(made->sizeHint().width(), made->minimumSizeHint().width());
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // The support members: the version text of this build and the timing self-test's report.
 
-#include "PropertyBag.h"
 #include "TreeListFixture.h"
 
 #include <QRegularExpression>
@@ -13,41 +12,29 @@ using TreeListDiagnosticsTest = TreeListFixture;
 TEST_F(TreeListDiagnosticsTest, ComponentVersionNamesThisBuildAndIgnoresPuts) {
     // The file name, the version as major.minor.revision, then the build date.
     const QString text = list->ComponentVersion().toString();
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^vkTreeList32\\.ocx\\|\\d+\\.\\d\\d\\.\\d{4}\\|["
-                                                  "^|]*Built \\d{4}-\\d\\d-\\d\\d\\.\\|$"))
-                    .match(text)
-                    .hasMatch())
-        << qPrintable(text);
-
+    const QRegularExpression version(
+        R"(^vkTreeList32\.ocx\|\d+\.\d\d\.\d{4}\|[^|]*Built \d{4}-\d\d-\d\d\.\|$)");
+    EXPECT_TRUE(version.match(text).hasMatch()) << qPrintable(text);
     recordChanges();
     list->setComponentVersion(QStringLiteral("9.99.9999"));
     EXPECT_EQ(list->ComponentVersion().toString(), text);
     EXPECT_EQ(changed, QStringList{QStringLiteral("ComponentVersion")});
-
-    // The text kept after a get is not a number: saved forms still hold the integer property.
-    PropertyBag bag;
-    list->WriteProperties(bag);
-    EXPECT_FALSE(bag.contains(QStringLiteral("ComponentVersion")));
 }
 
-TEST_F(TreeListDiagnosticsTest, TestReportsThreePassesAndLeavesTheViewAsItWas) {
-    const QRegularExpression line(QStringLiteral("^(Iterating using [^:]+: )(\\d+\\.\\d{7}) sec "
-                                                 "(\\d+\\.\\d{7}) sec (-?\\d+\\.\\d{3}) sec $"));
-    const QStringList titles = {QStringLiteral("Iterating using GetNextNode(): "),
-                                QStringLiteral("Iterating using 'For Each Node': "),
-                                QStringLiteral("Iterating using 'For I=1 to Count': ")};
+TEST_F(TreeListDiagnosticsTest, TestReportsThreeTimedPassesAndLeavesTheViewAsItWas) {
+    const QRegularExpression line(
+        R"(^Iterating using .+: (\d+\.\d{7}) sec (\d+\.\d{7}) sec (-?\d+\.\d{3}) sec $)");
     const auto checkReport = [&](const QString &report) {
         ASSERT_TRUE(report.endsWith(QStringLiteral("\r\n")));
         const QStringList lines = report.chopped(2).split(QStringLiteral("\r\n"));
         ASSERT_EQ(lines.size(), 3) << qPrintable(report);
-        for (int i = 0; i < 3; ++i) {
-            const QRegularExpressionMatch m = line.match(lines[i]);
-            ASSERT_TRUE(m.hasMatch()) << qPrintable(lines[i]);
-            EXPECT_EQ(m.captured(1), titles[i]);
+        for (const QString &text : lines) {
+            const QRegularExpressionMatch m = line.match(text);
+            ASSERT_TRUE(m.hasMatch()) << qPrintable(text);
             // The elapsed time is the difference of the two readings (a day boundary aside).
-            const double start = m.captured(2).toDouble(), end = m.captured(3).toDouble();
+            const double start = m.captured(1).toDouble(), end = m.captured(2).toDouble();
             if (end >= start) {
-                EXPECT_NEAR(m.captured(4).toDouble(), end - start, 0.0006) << qPrintable(lines[i]);
+                EXPECT_NEAR(m.captured(3).toDouble(), end - start, 0.0006) << qPrintable(text);
             }
         }
     };

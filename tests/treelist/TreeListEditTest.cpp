@@ -113,7 +113,7 @@ TEST_F(TreeListEditTest, CancelAbortScrollAndHorizontalOffset) {
     list.reset();
 }
 
-TEST_F(TreeListEditTest, DeliberateChoiceNoEditorOnARowNobodySees) {
+TEST_F(TreeListEditTest, NoEditorOnARowNobodySeesAndTheTextWhereTheCellShowsIt) {
     // A row under a collapsed branch: neither named nor as the current row does Edit open the
     // editor or ask BeforeEdit, and the selection stays where it was.
     list->AddItem("K2", lsChild, "C", "Child");

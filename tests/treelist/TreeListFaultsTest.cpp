@@ -89,8 +89,8 @@ TEST_F(TreeListFaultsTest, ErrorsInsideQtCallsAreReportedAndTheControlGoesOn) {
 
         r.trigger();
         ASSERT_EQ(errors.count(), 1);
-        EXPECT_EQ(errors[0][0].toInt(), r.error);
-        EXPECT_EQ(errors[0][1].toString(), TreeListError::standardText(r.error));
+        EXPECT_EQ(std::tuple(errors[0][0].toInt(), errors[0][1].toString()),
+                  std::tuple(r.error, TreeListError::standardText(r.error)));
         ASSERT_EQ(g_logged.size(), 1);
         EXPECT_TRUE(g_logged[0].contains(TreeListError::standardText(r.error)))
             << g_logged[0].toStdString();
@@ -148,8 +148,7 @@ TEST_F(TreeListFaultsTest, TheFrameFollowsTheOffsetTheLayoutDecided) {
     // Every row fits now: the bar goes, and the rows must be drawn unshifted in the same frame.
     list->setColumns(1);
     EXPECT_TRUE(list->scrX()->isHidden());
-    EXPECT_EQ(list->HorizontalOffset(), 0);
-    EXPECT_EQ(list->scrX()->value(), 0);
+    EXPECT_EQ(std::tuple(list->HorizontalOffset(), list->scrX()->value()), std::tuple(0, 0));
     seen = frame();
     list->Refresh();
     EXPECT_EQ(seen, frame());
@@ -235,10 +234,8 @@ TEST_F(TreeListFaultsTest, PaintLooksFollowTheControlsState) {
     const lsCellPtr cell = list->Nodes(1)->Cells()->at(2);
     ASSERT_EQ(cell->Top(), 19);
     const auto column = [&](int y) { return frame().pixel(cell->Left() + 1, y); };
-    EXPECT_NE(column(19), qRgb(255, 0, 0));
-    EXPECT_EQ(column(20), qRgb(255, 0, 0));
-    EXPECT_EQ(column(35), qRgb(255, 0, 0));
-    EXPECT_NE(column(36), qRgb(255, 0, 0));
+    for (const auto &[y, red] : {std::pair{19, false}, {20, true}, {35, true}, {36, false}})
+        EXPECT_EQ(column(y) == qRgb(255, 0, 0), red) << y;
 
     // An Icon given as the text of a built-in picture number, with no image list: the geometry
     // reserves its room and the painter draws it there.

@@ -37,6 +37,13 @@ protected:
                           QStringLiteral("K%1").arg(i), QStringLiteral("Row%1").arg(i));
     }
 
+    // Opens `parent` over `count` new children keyed <prefix>1, <prefix>2...
+    void branch(const QString &parent, const QString &prefix, int count) {
+        for (int i = 1; i <= count; ++i)
+            list->AddItem(parent, lsChild, prefix + QString::number(i), QStringLiteral("Child"));
+        list->Expand(parent);
+    }
+
     // A control with room for a few lines only, over 30 rows of `columns` columns.
     void makeScrollingList(qint32 columns) {
         makeControl(true, 300, 120);

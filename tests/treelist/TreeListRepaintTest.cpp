@@ -40,12 +40,6 @@ protected:
         }
         return shown;
     }
-    // Opens `parent` over `count` new children keyed prefix1, prefix2...
-    void branch(const char *parent, const char *prefix, int count) {
-        for (int i = 1; i <= count; ++i)
-            list->AddItem(parent, lsChild, QStringLiteral("%1%2").arg(prefix).arg(i), "Child");
-        list->Expand(parent);
-    }
     QList<bool> displayed() const {
         QList<bool> shown;
         for (const lsNodePtr &row : *list->rows())
@@ -187,66 +181,43 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
                 // A host writes a row or a setting directly; only a repaint shows it.
                 behindTheBack = true;
                 const lsNodePtr some = list->Nodes(1 + pick(list->Rows()));
-                switch (pick(5)) {
-                case 0:
-                    if (some)
-                        some->setDisplayed(true);
-                    break;
-                case 1:
-                    if (some)
-                        some->Cells()->at(1)->setTitle("direct");
-                    break;
-                case 2:
+                const int what = pick(5);
+                if (what == 0 && some)
+                    some->setDisplayed(true);
+                else if (what == 1 && some)
+                    some->Cells()->at(1)->setTitle("direct");
+                else if (what == 2)
                     list->setListCell(lslcIcon, 1 + pick(list->Rows()), 1, "104");
-                    break;
-                case 3:
+                else if (what == 3)
                     list->setAutoSelectNew(pick(4) == 0);
-                    break;
-                default:
+                else if (what == 4)
                     list->setMultiSelect(pick(2) == 0);
-                }
             }
             bool repainted = true;
-            switch (pick(16)) {
-            case 0:
-            case 1:
-            case 2:
+            if (const int op = pick(16); op < 3) {
                 add(lastTop.isValid() ? lastTop : emptyText(), lsNext);
-                break;
-            case 3:
-            case 4:
+            } else if (op < 5) {
                 repainted = row && add(row->Key(), lsChild);
-                break;
-            case 5:
+            } else if (op == 5) {
                 repainted = lastAdded.isValid() && add(lastAdded, lsChild);
-                break;
-            case 6:
+            } else if (op == 6) {
                 repainted = add(added > 0 ? anyRow : emptyText(), pick(5));
-                break;
-            case 7:
+            } else if (op == 7) {
                 repainted = row && list->Expand(row->Key());
-                break;
-            case 8:
+            } else if (op == 8) {
                 repainted = list->Expand(anyRow);
-                break;
-            case 9:
+            } else if (op == 9) {
                 repainted = list->Collapse(anyRow);
-                break;
-            case 10:
+            } else if (op == 10) {
                 repainted = list->RemoveItem(anyRow);
-                break;
-            case 11: {
+            } else if (op == 11) {
                 const int value = list->scrY()->value();
                 list->scrY()->setValue(1 + pick(list->scrY()->maximum()));
                 repainted = list->scrY()->value() != value;
-                break;
-            }
-            case 12:
+            } else if (op == 12) {
                 list->scrX()->setValue(pick(list->scrX()->maximum() + 1));
                 repainted = false;
-                break;
-            case 13:
-            case 14: {
+            } else if (op < 15) {
                 // Texts set after each add, as a host fills its columns, and other looks of a
                 // cell.
                 const qint32 property[] = {lslcData,      lslcData,     lslcBold,
@@ -257,11 +228,8 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
                     list->setListCell(property[which], row->Index(), 1 + pick(list->Columns()),
                                       value[which]);
                 repainted = false;
-                break;
-            }
-            default:
+            } else {
                 list->SelectItem(1 + pick(list->Rows()));
-                break;
             }
             // A change behind the control's back shows from the next repaint on.
             if (behindTheBack && !repainted)

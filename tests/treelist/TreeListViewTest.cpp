@@ -3,7 +3,6 @@
 #include "TreeListFixture.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -12,23 +11,17 @@
 
 namespace {
 
-class TreeListViewTest : public TreeListFixture {};
+using TreeListViewTest = TreeListFixture;
 
-TEST_F(TreeListViewTest, BarsFollowTheContent) {
+TEST_F(TreeListViewTest, BarsFollowTheContentAndAResizeToNothingAndBackRedraws) {
     addFlatRows(5);
-    EXPECT_TRUE(list->scrY()->isHidden());
-    EXPECT_TRUE(list->scrX()->isHidden());
-    EXPECT_EQ(list->FirstDisplayedRow(), 1);
-    // 296 inner pixels hold 16.4 lines of 18: 17 counted, one of them the header.
-    EXPECT_EQ(list->VisibleLineCount(), 17 - 1);
-
+    EXPECT_TRUE(list->scrY()->isHidden() && list->scrX()->isHidden());
     addFlatRows(40, 6);
     EXPECT_FALSE(list->scrY()->isHidden());
     EXPECT_TRUE(list->imgGhost()->isHidden());
 
     // Wide rows add the horizontal bar (the places of both bars and of the corner filler between
-    // them are pinned by a reference image). Scrolling sideways raises Scroll too (the offset it
-    // leaves is checked with the faults).
+    // them are pinned by a reference image), whose moves raise Scroll too.
     list->setColumns(5);
     ASSERT_FALSE(list->scrX()->isHidden());
     QSignalSpy scrolled(list.get(), &vkTreeList::Scroll);
@@ -45,8 +38,8 @@ TEST_F(TreeListViewTest, BarsFollowTheContent) {
     for (const QSize size : {QSize(0, 0), QSize(0, 150), QSize(200, 0), QSize(300, 200)}) {
         list->resize(size);
         QApplication::processEvents();
-        EXPECT_EQ(list->surface()->Width(), list->picOut()->width());
-        EXPECT_EQ(list->surface()->Height(), list->picOut()->height());
+        EXPECT_EQ(QSize(list->surface()->Width(), list->surface()->Height()),
+                  list->picOut()->size());
     }
     qInstallMessageHandler(previous);
     EXPECT_EQ(warnings, 0);
@@ -68,11 +61,9 @@ TEST_F(TreeListViewTest, ScrollingRaisesScrollButLayoutDoesNotAndEnsureVisibleOn
     EXPECT_EQ(scrolled.count(), 0);
 
     list->scrY()->setValue(5);
-    EXPECT_EQ(scrolled.count(), 1);
-    EXPECT_EQ(list->FirstDisplayedRow(), 5);
-    EXPECT_FALSE(list->Nodes(4)->Displayed());
-    EXPECT_TRUE(list->Nodes(5)->Displayed());
-    EXPECT_EQ(list->Nodes(5)->Cells()->at(1)->Top(), 18);
+    EXPECT_EQ(std::tuple(scrolled.count(), list->FirstDisplayedRow(), list->Nodes(4)->Displayed(),
+                         list->Nodes(5)->Displayed(), list->Nodes(5)->Cells()->at(1)->Top()),
+              std::tuple(1, 5, false, true, list->RowHeight()));
 
     // Wholly on screen, unknown, or above the view: EnsureVisible moves nothing.
     list->scrY()->setValue(1);
@@ -82,9 +73,8 @@ TEST_F(TreeListViewTest, ScrollingRaisesScrollButLayoutDoesNotAndEnsureVisibleOn
     EXPECT_EQ(scrolled.count(), 0);
     // Below the view: it becomes the last line.
     list->EnsureVisible("K30");
-    EXPECT_EQ(scrolled.count(), 1);
-    EXPECT_TRUE(list->Nodes("K30")->Displayed());
-    EXPECT_EQ(list->LastPaintedRow(), 30);
+    EXPECT_EQ(std::tuple(scrolled.count(), list->Nodes("K30")->Displayed(), list->LastPaintedRow()),
+              std::tuple(1, true, 30));
     const qint32 first = list->FirstDisplayedRow();
     list->EnsureVisible("K2");
     EXPECT_EQ(list->FirstDisplayedRow(), first);
@@ -99,8 +89,7 @@ TEST_F(TreeListViewTest, ScrollingRaisesScrollButLayoutDoesNotAndEnsureVisibleOn
     list->Collapse("K1");
     scrolled.clear();
     list->EnsureVisible("H");
-    EXPECT_EQ(scrolled.count(), 0);
-    EXPECT_FALSE(list->Nodes("H")->Visible());
+    EXPECT_EQ(std::tuple(scrolled.count(), list->Nodes("H")->Visible()), std::tuple(0, false));
 
     // Collapsed rows are not counted: the value counts rows a visible-only walk reaches.
     list->AddItem("K1", lsChild, "C1", "Child1");
@@ -109,7 +98,7 @@ TEST_F(TreeListViewTest, ScrollingRaisesScrollButLayoutDoesNotAndEnsureVisibleOn
     EXPECT_EQ(list->FirstDisplayedRow(), list->Nodes("K3")->Index());
 }
 
-TEST_F(TreeListViewTest, DeliberateChoicesNoViewLooksEmpty) {
+TEST_F(TreeListViewTest, EveryLineShowsARowAndEveryWayToTheEndShowsAFullLastPage) {
     // Each header row takes one line: the rows fill every line left under them, the partial one
     // included (296 inner pixels hold 16.4 lines of 18).
     addFlatRows(40);
@@ -141,10 +130,11 @@ TEST_F(TreeListViewTest, DeliberateChoicesNoViewLooksEmpty) {
     for (const auto &[way, scroll] : toTheEnd) {
         list->scrY()->setValue(1);
         scroll();
-        const lsCellPtr last = list->Nodes("K40")->Cells()->at(1);
-        EXPECT_EQ(list->FirstDisplayedRow(), 40 - 15 + 1) << way;
-        EXPECT_TRUE(list->Nodes("K40")->Displayed()) << way;
-        EXPECT_EQ(last->Top() + list->RowHeight(), 16 * 18) << way;
+        const lsNodePtr last = list->Nodes("K40");
+        EXPECT_EQ(std::tuple(list->FirstDisplayedRow(), last->Displayed(),
+                             last->Cells()->at(1)->Top() + list->RowHeight()),
+                  std::tuple(40 - 15 + 1, true, 16 * 18))
+            << way;
     }
 
     // At the horizontal end the right edge of the rows lies at the right edge of the view.
@@ -158,18 +148,15 @@ TEST_F(TreeListViewTest, DeliberateChoicesNoViewLooksEmpty) {
 TEST_F(TreeListViewTest, CollapsingOrResizingColumnsKeepsEveryRowReachableAndAligned) {
     list->setColumns(3);
     addFlatRows(10);
-    for (int i = 1; i <= 30; ++i)
-        list->AddItem("K10", lsChild, QStringLiteral("C%1").arg(i),
-                      QStringLiteral("Child%1").arg(i));
-    list->Expand("K10");
+    branch("K10", "C", 30);
     list->scrY()->setValue(list->scrY()->maximum());
     ASSERT_GT(list->FirstDisplayedRow(), 10);
 
     // The first row shown disappears under its collapsed parent: the view comes back to the top.
     list->Collapse("K10");
-    EXPECT_TRUE(list->scrY()->isHidden());
-    EXPECT_EQ(list->FirstDisplayedRow(), 1);
-    EXPECT_TRUE(list->Nodes("K1")->Displayed());
+    EXPECT_EQ(std::tuple(list->scrY()->isHidden(), list->FirstDisplayedRow(),
+                         list->Nodes("K1")->Displayed()),
+              std::tuple(true, 1, true));
 
     // A column resized after its rows were added stays under its header.
     list->setColumnWidth(2, 40 * 15);
