@@ -141,7 +141,7 @@ const OffScreenDC *FrameKeeper::surface() {
 
 void FrameKeeper::storeRedrawTime(float start) {
     const float elapsed = secondsSinceMidnight() - start;
-    // Past midnight the stored time is the start plus one day, as it always was.
+    // Past midnight the timer starts again at zero: the stored time is then the start plus a day.
     m_redrawTime = elapsed < 0 ? start + 86400.0f : elapsed;
 }
 

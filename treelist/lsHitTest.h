@@ -13,7 +13,7 @@
 
 class VKTL_EXPORT lsHitTest {
     Q_GADGET
-    // The published help texts, as Qt tools show them (spelling as published).
+    // The help texts Qt tools show; their wording and spelling are part of the interface.
     Q_CLASSINFO("Description",
                 "Calculates which object of vkTreeList is at the spcified X and Y location.")
     Q_CLASSINFO("Button", "Mouse button")
@@ -47,49 +47,37 @@ public:
     // Indent and PlusMinus.
     bool IsPlusMinusClick(const lsIdent &mIdent, const QVariant &X, const QVariant &Y);
 
-    // Mouse button.
+    // The fields the help texts above describe, each read and written as it is stored.
     qint16 Button() const { return m_Button; }
     void setButton(qint16 v) { m_Button = v; }
-    // Shift, Control or Alt key used.
     qint16 Shift() const { return m_Shift; }
     void setShift(qint16 v) { m_Shift = v; }
-    // X position in pixels.
     qint32 X() const { return m_X; }
     void setX(qint32 v) { m_X = v; }
-    // Y position in pixels.
     qint32 Y() const { return m_Y; }
     void setY(qint32 v) { m_Y = v; }
-    // Data row ID. (-1 if not data row clicked)
     qint32 DataRow() const { return m_DataRow; }
     void setDataRow(qint32 v) { m_DataRow = v; }
-    // Data Col ID. (-1 if not data column clicked)
     qint32 DataCol() const { return m_DataCol; }
     void setDataCol(qint32 v) { m_DataCol = v; }
-    // Header row ID. (-1 if not header row clicked)
     qint32 HeaderRow() const { return m_HeaderRow; }
     void setHeaderRow(qint32 v) { m_HeaderRow = v; }
-    // HeaderCol ID. (-1 if not header column clicked)
     qint32 HeaderCol() const { return m_HeaderCol; }
     void setHeaderCol(qint32 v) { m_HeaderCol = v; }
-    // True if Plus/Minus clicked.
     bool PlusMinus() const { return m_PlusMinus; }
     void setPlusMinus(bool v) { m_PlusMinus = v; }
-    // Indentation level if Plus/Minus clicked.
     qint32 Indent() const { return m_Indent; }
     void setIndent(qint32 v) { m_Indent = v; }
     // Width of one indentation level, as the row geometry last gave it.
     qint32 IdentSize() const { return m_IdentSize; }
     void setIdentSize(qint32 v) { m_IdentSize = v; }
-    // Width of the plus/minus box.
+    // The plus/minus box's size and place.
     qint32 PlusMinusWidth() const { return m_PlusMinusWidth; }
     void setPlusMinusWidth(qint32 v) { m_PlusMinusWidth = v; }
-    // Height of the plus/minus box.
     qint32 PlusMinusHeight() const { return m_PlusMinusHeight; }
     void setPlusMinusHeight(qint32 v) { m_PlusMinusHeight = v; }
-    // Left of the plus/minus box.
     qint32 PlusMinusLeft() const { return m_PlusMinusLeft; }
     void setPlusMinusLeft(qint32 v) { m_PlusMinusLeft = v; }
-    // Top of the plus/minus box.
     qint32 PlusMinusTop() const { return m_PlusMinusTop; }
     void setPlusMinusTop(qint32 v) { m_PlusMinusTop = v; }
 

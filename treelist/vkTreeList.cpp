@@ -1,6 +1,6 @@
-// vkTreeList: life cycle, simple properties and persistence.
-// Rows, cells, columns and headers are in vkTreeListRows.cpp; the viewport and painting in
-// vkTreeListView.cpp.
+// vkTreeList: the facade. It makes the children and the parts that do the work (the frame keeper,
+// the viewport, the input, the column geometry), wires Qt's calls into them through the one
+// guard, and forwards the host's calls.
 
 #include "vkTreeList.h"
 

@@ -68,7 +68,7 @@ class VKTL_EXPORT vkTreeList : public QWidget {
     Q_PROPERTY(qint32 HorizontalOffset READ HorizontalOffset)
     Q_PROPERTY(float ReDrawTime READ ReDrawTime)
     Q_PROPERTY(bool Editing READ isEditing)
-    // The published help texts, as Qt tools show them (spelling as published).
+    // The help texts Qt tools show; their wording and spelling are part of the interface.
     Q_CLASSINFO("Description", "Tarnwick hierarchical ListView control")
     Q_CLASSINFO("MultiSelect", "Enables, Disables selection of  more then one row.")
     Q_CLASSINFO("AutoSelectNew", "If enabled then the added row will be selected.")
