@@ -13,8 +13,8 @@
 //
 // Positions are that same sequence as long as every linked row was also stored, which is the
 // usual case. A duplicate key leaves a row linked but not stored: from then on the positions are
-// kept apart, in a plain vector that shifts on every insertion as before, until the collection is
-// emptied. Keys are hashed (KeyIndex), compared without regard to case.
+// kept apart, in a plain vector that shifts on every insertion, until the collection is emptied.
+// Keys are hashed (KeyIndex), compared without regard to case.
 //
 // Invariants (check() asserts them in debug builds): those of RowSequence and RowVisibility; every
 // row with a number put on it is held; when not apart, every key maps to a held row stored under

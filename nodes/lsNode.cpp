@@ -21,15 +21,13 @@ struct lsNode::Rare {
     lsCellsPtr cells;
 };
 
+namespace {
+
 // The rare values of every node that has any, by node. Few nodes have them, so a table beside
 // the nodes costs less than a pointer in each. Nodes may live on any thread: one lock guards it.
-class lsNode::RareTable {
+// The values' type is the node's own, passed in so the table needs no access to the node.
+template <typename Rare> class RareTable {
 public:
-    // Never destroyed: nodes held in static objects of a host may go after it would have.
-    static RareTable &instance() {
-        static RareTable *const table = new RareTable;
-        return *table;
-    }
     Rare *find(const lsNode *node) {
         const std::lock_guard lock(m_mutex);
         const auto it = m_rare.find(node);
@@ -59,6 +57,14 @@ private:
     std::unordered_map<const lsNode *, std::unique_ptr<Rare>> m_rare;
 };
 
+// Never destroyed: nodes held in static objects of a host may go after it would have.
+template <typename Rare> RareTable<Rare> &rareTable() {
+    static RareTable<Rare> *const table = new RareTable<Rare>;
+    return *table;
+}
+
+} // namespace
+
 lsNode::~lsNode() {
     // A long sibling chain owns itself link by link; unwinding it here iteratively keeps the
     // destruction of a 100 000-row flat list from recursing once per row.
@@ -66,7 +72,7 @@ lsNode::~lsNode() {
     while (next && next.use_count() == 1)
         next = std::move(next->m_NextSibling);
     if (m_hasRare)
-        RareTable::instance().take(this);
+        rareTable<Rare>().take(this);
 }
 
 lsCellsPtr lsNode::Cells() {
@@ -192,14 +198,14 @@ void lsNode::setFullPath(const QString &v) {
 
 lsNode::Rare &lsNode::rare() {
     if (m_hasRare)
-        return *RareTable::instance().find(this);
-    Rare &r = RareTable::instance().make(this);
+        return *rareTable<Rare>().find(this);
+    Rare &r = rareTable<Rare>().make(this);
     m_hasRare = true;
     return r;
 }
 
 const lsNode::Rare *lsNode::rareIfAny() const {
-    return m_hasRare ? RareTable::instance().find(this) : nullptr;
+    return m_hasRare ? rareTable<Rare>().find(this) : nullptr;
 }
 
 QVariant lsNode::Key() const {

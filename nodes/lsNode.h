@@ -158,7 +158,6 @@ private:
 
     // Rarely set values, kept in a table beside the nodes until one is set (see lsNode.cpp).
     struct Rare;
-    class RareTable;
     Rare &rare();
     const Rare *rareIfAny() const;
 
