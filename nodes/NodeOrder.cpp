@@ -5,6 +5,16 @@
 
 #include <cassert>
 
+NodeOrder::~NodeOrder() {
+    clear();
+}
+
+void NodeOrder::link(const lsNode *previous, const lsNodePtr &row) {
+    // Work put off was recorded against the rows as they were.
+    m_visibility.resolvePending();
+    m_tree.insertAfter(previous, row);
+}
+
 const lsNodePtr *NodeOrder::slot(qint32 position) const {
     if (!m_apart)
         return m_tree.slotAt(position);
@@ -75,7 +85,9 @@ void NodeOrder::unlinkRun(const lsNode *top, qint32 rows) {
             dropKey(m_tree.rowAt(rank));
         }
     }
-    m_tree.removeRun(first, rows);
+    // Rows that leave keep the visibility they have now.
+    m_visibility.resolvePending();
+    m_tree.removeRun(first, rows, m_puts);
     if (m_apart && m_positions.empty() && m_tree.size() == 0)
         m_apart = false;
 }
@@ -88,7 +100,7 @@ void NodeOrder::removeAt(qint32 position) {
 }
 
 qint32 NodeOrder::renumber() {
-    m_tree.renumber();
+    m_puts.clear();
     return m_tree.size() + 1;
 }
 
@@ -96,11 +108,12 @@ void NodeOrder::clear() {
     m_keys.clear();
     m_positions.clear();
     m_apart = false;
-    m_tree.clear();
+    m_visibility.resolvePending();
+    m_tree.clear(m_puts);
 }
 
 qint32 NodeOrder::visibleUpTo(qint32 position) const {
-    m_tree.resolvePending();
+    m_visibility.resolvePending();
     if (!m_apart)
         return m_tree.visibleUpTo(position);
     qint32 visible = 0;
@@ -110,7 +123,7 @@ qint32 NodeOrder::visibleUpTo(qint32 position) const {
 }
 
 lsNodePtr NodeOrder::visibleRow(qint32 k) const {
-    m_tree.resolvePending();
+    m_visibility.resolvePending();
     if (!m_apart) {
         const lsNode *row = m_tree.visibleRow(k);
         return row ? RowSequence::slotOf(row) : nullptr;
@@ -123,7 +136,7 @@ lsNodePtr NodeOrder::visibleRow(qint32 k) const {
 }
 
 void NodeOrder::visibleRows(qint32 k, qint32 count, std::vector<lsNodePtr> &out) const {
-    m_tree.resolvePending();
+    m_visibility.resolvePending();
     if (!m_apart) {
         m_tree.visibleRows(k, count, out);
         return;
@@ -138,22 +151,25 @@ void NodeOrder::visibleRows(qint32 k, qint32 count, std::vector<lsNodePtr> &out)
     }
 }
 
-const lsNodePtr *NodeOrder::nextLink(const lsNode *node) {
-    if (node->Child())
-        return &node->Child();
-    if (node->NextSibling())
-        return &node->NextSibling();
-    // The tree owns every ancestor, so the link outlives the temporary lock.
-    for (lsNodePtr up = node->Parent(); up; up = up->Parent()) {
-        if (up->NextSibling())
-            return &up->NextSibling();
-    }
-    return nullptr;
+void NodeOrder::visibleChanged(const lsNode &row, bool visible) {
+    RowSequence::visibleChanged(&row, visible);
+}
+
+void NodeOrder::unsettle(lsNode &row) {
+    RowSequence::unsettle(&row);
+}
+
+qint32 NodeOrder::indexOf(const lsNode &row) const {
+    if (const std::optional<qint32> put = m_puts.find(&row))
+        return *put;
+    return RowSequence::rankOf(&row);
 }
 
 void NodeOrder::check() const {
 #ifndef NDEBUG
     m_tree.check();
+    m_visibility.check();
+    m_puts.forEachRow([this](const lsNode *row) { assert(m_tree.contains(row)); });
     qint32 keyed = 0;
     for (qint32 rank = 1; rank <= m_tree.size(); ++rank) {
         lsNode *row = m_tree.rowAt(rank);

@@ -1,39 +1,52 @@
 #pragma once
 // The rows of a node collection: the tree order that numbers them and the positions that name
-// them. The collection reaches its rows only through this class.
+// them. The collection reaches its rows only through this class, and its rows reach the
+// collection only through it (as their RowOwner).
 //
 // Tree order is a RowSequence (a list of blocks of rows with counts, see RowSequence.h) holding
 // every row linked into the tree, in pre-order: a node, its children's subtrees, then its next
 // sibling. A held row's `Index` is its rank there, computed when read, so it is always the number
-// a full pre-order renumbering would give; a row that leaves keeps the rank it had.
+// a full pre-order renumbering would give, unless a host put a number on it (IndexPuts) that
+// stands until the next renumbering; a row that leaves keeps the number it read. The rows'
+// `Visible` is kept in step with their parents by a RowVisibility, whose put-off work runs before
+// the tree order changes.
 //
 // Positions are that same sequence as long as every linked row was also stored, which is the
 // usual case. A duplicate key leaves a row linked but not stored: from then on the positions are
-// kept apart, in a plain vector that shifts on every insertion as before, until the collection is
-// emptied. Keys are hashed (KeyIndex), compared without regard to case.
+// kept apart, in a plain vector that shifts on every insertion, until the collection is emptied.
+// Keys are hashed (KeyIndex), compared without regard to case.
 //
-// Invariants (check() asserts them in debug builds): those of RowSequence; when not apart, every
-// key maps to a held row stored under it; when apart, every position holds a row of the tree
-// order and every key maps to a row at some position.
+// Invariants (check() asserts them in debug builds): those of RowSequence and RowVisibility; every
+// row with a number put on it is held; when not apart, every key maps to a held row stored under
+// it; when apart, every position holds a row of the tree order and every key maps to a row at
+// some position.
 
+#include "IndexPuts.h"
 #include "KeyIndex.h"
 #include "PositionIterator.h"
+#include "RowOwner.h"
 #include "RowSequence.h"
-#include "vkTreeListExport.h"
+#include "RowVisibility.h"
 
 #include <QString>
 #include <QVariant>
 #include <vector>
 
-class NodeOrder {
+class NodeOrder final : public RowOwner {
 public:
+    NodeOrder() : m_tree(*this), m_visibility(m_tree) {}
+    // Drops every row (as clear()).
+    ~NodeOrder();
+    NodeOrder(const NodeOrder &) = delete;
+    NodeOrder &operator=(const NodeOrder &) = delete;
+
     // The row at a 1-based position, which must be in range (for iteration).
     const lsNodePtr &rowAt(qint32 position) const { return *slot(position); }
     // Iteration over the rows in position order.
     using const_iterator = PositionIterator<NodeOrder, lsNodePtr, &NodeOrder::rowAt>;
 
     // Puts a row linked into the tree into tree order, right after `previous` (null: first).
-    void link(const lsNode *previous, const lsNodePtr &row) { m_tree.insertAfter(previous, row); }
+    void link(const lsNode *previous, const lsNodePtr &row);
     // Stores a linked row at the position of its `Index` (past the end appends) under a key
     // ("" for none). A duplicate key raises the duplicate-key error; the row stays linked.
     void store(const lsNodePtr &row, const QString &key);
@@ -43,9 +56,12 @@ public:
     // The renumbering after a change: rows read their rank as `Index` again. Returns the number
     // of rows in tree order + 1.
     qint32 renumber();
+    // True when some held row reads a number a host put instead of its rank.
+    bool hasIndexPuts() const { return !m_puts.empty(); }
     // The rows in tree order.
     const RowSequence &tree() const { return m_tree; }
-    RowSequence &tree() { return m_tree; }
+    // The keeper of the rows' `Visible`.
+    RowVisibility &visibility() { return m_visibility; }
 
     // True when positions are kept apart from tree order (after a duplicate key).
     bool apart() const { return m_apart; }
@@ -74,25 +90,24 @@ public:
     const_iterator begin() const { return const_iterator(this, 1); }
     const_iterator end() const { return const_iterator(this, count() + 1); }
 
-    // The link that holds the node after `node` in pre-order: its first child, else its next
-    // sibling, else the next sibling of its nearest ancestor that has one; null at the end.
-    static const lsNodePtr *nextLink(const lsNode *node);
-    // The node after `node` in pre-order, or null at the end of the tree.
-    static lsNode *nextInPreOrder(const lsNode *node) {
-        const lsNodePtr *link = nextLink(node);
-        return link ? link->get() : nullptr;
-    }
-
     // Asserts the invariants listed above (debug builds; no-op otherwise).
     void check() const;
 
+    // What a held row asks (see RowOwner).
+    void resolvePending() override { m_visibility.resolvePending(); }
+    void visibleChanged(const lsNode &row, bool visible) override;
+    void unsettle(lsNode &row) override;
+    qint32 indexOf(const lsNode &row) const override;
+    void putIndex(const lsNode &row, qint32 index) override { m_puts.put(&row, index); }
+
 private:
-    // Exported: the public row collection's inline accessors reach it from a host's code.
-    VKTL_EXPORT const lsNodePtr *slot(qint32 position) const;
+    const lsNodePtr *slot(qint32 position) const;
     void dropKey(lsNode *row);
     void keepApart(const lsNode *unstored);
 
     RowSequence m_tree;
+    RowVisibility m_visibility;
+    IndexPuts m_puts;
     bool m_apart = false;
     std::vector<lsNodePtr> m_positions;
     KeyIndex m_keys;

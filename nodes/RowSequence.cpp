@@ -4,7 +4,8 @@
 #include <cassert>
 
 RowSequence::~RowSequence() {
-    clear();
+    IndexPuts none;
+    clear(none);
 }
 
 qint32 RowSequence::offsetOf(const RowBlock *block, const lsNode *row) {
@@ -68,7 +69,8 @@ void RowSequence::blocksChanged(qint32 from) {
 
 RowBlock *RowSequence::newBlockAt(qint32 index) {
     auto block = std::make_unique<RowBlock>();
-    block->owner = this;
+    block->owner = &m_owner;
+    block->sequence = this;
     block->index = index;
     RowBlock *raw = block.get();
     m_blocks.insert(m_blocks.begin() + index, std::move(block));
@@ -103,8 +105,8 @@ RowSequence::Place RowSequence::placeOf(qint32 rank) const {
 }
 
 qint32 RowSequence::rankOf(const lsNode *row) {
-    const RowBlock *block = row->m_block;
-    const RowSequence *self = block->owner;
+    const RowBlock *block = blockOf(row);
+    const RowSequence *self = block->sequence;
     const qint32 b = self->indexOf(block);
     self->ensureStarts(b);
     return self->m_starts[size_t(b)] + offsetOf(block, row) + 1;
@@ -123,13 +125,11 @@ const lsNodePtr *RowSequence::slotAt(qint32 rank) const {
 }
 
 void RowSequence::insertAfter(const lsNode *previous, lsNodePtr row) {
-    // Deferred recomputations were recorded against the rows as they were.
-    resolvePending();
     if (!previous) {
         insertAt(m_blocks.empty() ? newBlockAt(0) : m_blocks.front().get(), 0, std::move(row));
         return;
     }
-    RowBlock *block = previous->m_block;
+    RowBlock *block = blockOf(previous);
     insertAt(block, offsetOf(block, previous) + 1, std::move(row));
 }
 
@@ -147,7 +147,7 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
             RowBlock *upper = newBlockAt(indexOf(block) + 1);
             for (qint32 i = cap / 2; i < cap; ++i) {
                 lsNodePtr &moved = block->rows[i];
-                moved->m_block = upper;
+                moved->m_holder = upper;
                 upper->visible += moved->m_Visible;
                 upper->unsettled += moved->m_unsettled;
                 upper->rows[upper->size++] = std::move(moved);
@@ -164,7 +164,7 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
     }
     std::move_backward(block->rows + offset, block->rows + block->size,
                        block->rows + block->size + 1);
-    row->enterBlock(block);
+    row->enterHolder(block);
     row->m_offsetHint = quint8(offset);
     block->visible += row->m_Visible;
     block->unsettled += row->m_unsettled;
@@ -176,24 +176,16 @@ void RowSequence::insertAt(RowBlock *block, qint32 offset, lsNodePtr row) {
     sizeChanged(block);
 }
 
-void RowSequence::leave(lsNode *row, qint32 rank) {
-    qint32 index = rank;
-    if (row->m_indexPut) {
-        const auto put = m_indexPuts.find(row);
-        index = put->second;
-        m_indexPuts.erase(put);
-        row->m_indexPut = false;
-    }
+void RowSequence::leave(lsNode *row, qint32 index) {
     row->m_unsettled = false;
     row->m_keyed = false;
     row->m_keyPinned = false;
     row->leaveSequence(index);
 }
 
-void RowSequence::removeRun(qint32 first, qint32 count) {
+void RowSequence::removeRun(qint32 first, qint32 count, IndexPuts &puts) {
     if (count <= 0 || first < 1 || first + count - 1 > m_size)
         return;
-    resolvePending();
     const Place place = placeOf(first);
     const qint32 junction = indexOf(place.block);
     qint32 blockIndex = junction, offset = place.offset, rank = first;
@@ -210,7 +202,7 @@ void RowSequence::removeRun(qint32 first, qint32 count) {
             m_visibleTotal -= row->m_Visible;
             block->unsettled -= row->m_unsettled;
             m_unsettledTotal -= row->m_unsettled;
-            leave(row, rank++);
+            leave(row, puts.take(row, rank++));
             released.push_back(std::move(block->rows[i]));
         }
         std::move(block->rows + offset + take, block->rows + block->size, block->rows + offset);
@@ -237,7 +229,7 @@ void RowSequence::mergeWithNext(RowBlock *block) {
         return;
     RowBlock *from = m_blocks[next].get();
     for (qint32 i = 0; i < from->size; ++i) {
-        from->rows[i]->m_block = block;
+        from->rows[i]->m_holder = block;
         block->rows[block->size++] = std::move(from->rows[i]);
     }
     block->visible += from->visible;
@@ -245,14 +237,13 @@ void RowSequence::mergeWithNext(RowBlock *block) {
     eraseBlock(qint32(next));
 }
 
-void RowSequence::clear() {
-    resolvePending();
+void RowSequence::clear(IndexPuts &puts) {
     std::vector<lsNodePtr> released;
     released.reserve(size_t(m_size));
     qint32 rank = 1;
     for (const auto &block : m_blocks) {
         for (qint32 i = 0; i < block->size; ++i) {
-            leave(block->rows[i].get(), rank++);
+            leave(block->rows[i].get(), puts.take(block->rows[i].get(), rank++));
             released.push_back(std::move(block->rows[i]));
         }
     }
@@ -261,7 +252,6 @@ void RowSequence::clear() {
     m_size = 0;
     m_visibleTotal = 0;
     m_unsettledTotal = 0;
-    m_indexPuts.clear();
 }
 
 qint32 RowSequence::visibleUpTo(qint32 rank) const {
@@ -331,8 +321,9 @@ void RowSequence::unsettle(lsNode *row) {
         return;
     if (!row->m_unsettled) {
         row->m_unsettled = true;
-        ++row->m_block->unsettled;
-        ++row->m_block->owner->m_unsettledTotal;
+        RowBlock *block = blockOf(row);
+        ++block->unsettled;
+        ++block->sequence->m_unsettledTotal;
     }
 }
 
@@ -341,8 +332,9 @@ void RowSequence::settle(lsNode *row) {
         return;
     if (row->m_unsettled) {
         row->m_unsettled = false;
-        --row->m_block->unsettled;
-        --row->m_block->owner->m_unsettledTotal;
+        RowBlock *block = blockOf(row);
+        --block->unsettled;
+        --block->sequence->m_unsettledTotal;
     }
 }
 
@@ -364,9 +356,9 @@ lsNode *RowSequence::firstUnsettledFrom(qint32 from) const {
     return nullptr;
 }
 
-void RowSequence::visibleChanged(lsNode *row, bool visible) {
-    RowBlock *block = row->m_block;
-    RowSequence *self = block->owner;
+void RowSequence::visibleChanged(const lsNode *row, bool visible) {
+    RowBlock *block = blockOf(row);
+    RowSequence *self = block->sequence;
     const qint32 delta = visible ? 1 : -1;
     block->visible += delta;
     self->m_visibleTotal += delta;
@@ -374,34 +366,18 @@ void RowSequence::visibleChanged(lsNode *row, bool visible) {
         self->m_visibleValid = std::min(self->m_visibleValid, self->indexOf(block) + 1);
 }
 
-void RowSequence::indexPut(lsNode *row, qint32 index) {
-    row->m_indexPut = true;
-    row->m_block->owner->m_indexPuts[row] = index;
-}
-
-qint32 RowSequence::indexPutOn(const lsNode *row) {
-    const auto &puts = row->m_block->owner->m_indexPuts;
-    return puts.find(const_cast<lsNode *>(row))->second;
-}
-
-void RowSequence::renumber() {
-    for (const auto &[row, index] : m_indexPuts)
-        row->m_indexPut = false;
-    m_indexPuts.clear();
-}
-
 void RowSequence::check() const {
 #ifndef NDEBUG
     qint32 rows = 0, visible = 0, unsettled = 0;
     for (size_t b = 0; b < m_blocks.size(); ++b) {
         const RowBlock *block = m_blocks[b].get();
-        assert(block->owner == this && (qint32(b) >= m_indexValid || block->index == qint32(b)));
+        assert(block->owner == &m_owner && block->sequence == this &&
+               (qint32(b) >= m_indexValid || block->index == qint32(b)));
         assert(block->size >= 1 && block->size <= RowBlock::kCapacity);
         qint32 blockVisible = 0, blockUnsettled = 0;
         for (qint32 i = 0; i < block->size; ++i) {
             const lsNode *row = block->rows[i].get();
-            assert(row && row->block() == block);
-            assert(row->m_indexPut == m_indexPuts.contains(const_cast<lsNode *>(row)));
+            assert(row && row->m_inSequence && blockOf(row) == block);
             blockVisible += row->m_Visible;
             blockUnsettled += row->m_unsettled;
         }
@@ -415,56 +391,5 @@ void RowSequence::check() const {
         unsettled += blockUnsettled;
     }
     assert(rows == m_size && visible == m_visibleTotal && unsettled == m_unsettledTotal);
-    for (const lsNode *row : m_pending)
-        assert(contains(row) && !row->m_pendingSeen);
-    for (const auto &[row, index] : m_indexPuts)
-        assert(row->m_indexPut && contains(row));
 #endif
-}
-
-void RowSequence::deferRecompute(lsNode *top) {
-    m_pending.push_back(top);
-}
-
-void RowSequence::resolve() const {
-    // Taken out first: the recomputation reads visibility, which must not resolve again.
-    const std::vector<lsNode *> pending = std::move(m_pending);
-    m_pending.clear();
-    // A later recomputation of the same row supersedes an earlier one: walking from the newest,
-    // the first entry met for a row is the one carried out, in the order they were recorded.
-    std::vector<bool> latest(pending.size());
-    for (size_t i = pending.size(); i-- > 0;) {
-        lsNode *row = pending[i];
-        latest[i] = !row->m_pendingSeen;
-        row->m_pendingSeen = true;
-    }
-    for (size_t i = 0; i < pending.size(); ++i) {
-        if (!latest[i])
-            continue;
-        pending[i]->m_pendingSeen = false;
-        recompute(pending[i]);
-    }
-}
-
-qint32 RowSequence::recompute(lsNode *top) {
-    const lsNodePtr parent = top->Parent();
-    top->putVisible(!parent || (parent->m_Visible && parent->m_Expanded));
-    // Each child takes its parent's final value, so the order within the subtree is free: a
-    // stack keeps deep chains from recursing.
-    settle(top);
-    qint32 rows = 1;
-    std::vector<lsNode *> pending{top};
-    while (!pending.empty()) {
-        lsNode *up = pending.back();
-        pending.pop_back();
-        const bool shown = up->m_Visible && up->m_Expanded;
-        for (lsNode *child = up->Child().get(); child; child = child->NextSibling().get()) {
-            child->putVisible(shown);
-            settle(child);
-            ++rows;
-            if (child->Child())
-                pending.push_back(child);
-        }
-    }
-    return rows;
 }

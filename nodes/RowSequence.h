@@ -1,49 +1,33 @@
 #pragma once
 // The rows of one tree in pre-order, kept as a list of blocks of at most RowBlock::kCapacity
-// consecutive rows. Each row points to its block and each block to its sequence, so a row finds
-// its rank by the start of its block plus a scan of at most one block. Block starts (rows and
-// `Visible` rows before each block) are summed lazily: a change marks the starts after the
-// changed block stale and the next query brings them up to date only as far as it needs.
+// consecutive rows. Each row points to its block, so a row finds its rank by the start of its
+// block plus a scan of at most one block. Block starts (rows and `Visible` rows before each block)
+// are summed lazily: a change marks the starts after the changed block stale and the next query
+// brings them up to date only as far as it needs.
 //
 // Invariants (check() asserts them in debug builds):
 //   - every block holds 1..kCapacity rows and each of its rows points back to it; a block before
 //     the place mark knows its place in the list (later ones are renumbered when asked);
 //   - a block's `visible` and `unsettled` equal the rows in it whose `Visible` is set and that
 //     are marked unsettled; the sequence's totals are the sums over its blocks;
-//   - the block starts below the valid marks equal the sums of the earlier blocks' counts;
-//   - a row whose `Index` a host put is listed in the put list and nowhere else is marked so;
-//   - every deferred recomputation names a held row; only its latest one is carried out.
+//   - the block starts below the valid marks equal the sums of the earlier blocks' counts.
 //
 // Costs with B = kCapacity and n rows: rank of a row O(B) plus the stale starts before it; row at
 // a rank O(log(n/B)) once starts are current (O(1) when it lies in the block of the last lookup);
 // insertion O(B), plus O(n/B) when a block splits (once per B/2 insertions at most); removal of
 // a run of k rows O(k + B + n/B).
 
-#include "lsNode.h"
+#include "IndexPuts.h"
+#include "RowBlock.h"
 
 #include <memory>
-#include <unordered_map>
 #include <vector>
-
-class RowSequence;
-
-// A run of consecutive rows with the counts that let positions and visible rows be found without
-// visiting every row.
-struct RowBlock {
-    static constexpr qint32 kCapacity = 32;
-
-    RowSequence *owner = nullptr;
-    qint32 index = 0;     // place in the owner's list of blocks, once the owner has renumbered
-    qint32 size = 0;      // rows held
-    qint32 visible = 0;   // rows whose `Visible` is set
-    qint32 unsettled = 0; // rows marked as possibly disagreeing with their parent's visibility
-    lsNodePtr rows[kCapacity];
-};
 
 class RowSequence {
 public:
-    RowSequence() = default;
-    // Lets go of every row (as clear()).
+    // Rows the sequence holds ask `owner` (see RowOwner).
+    explicit RowSequence(RowOwner &owner) : m_owner(owner) {}
+    // Lets go of every row, each keeping its rank as `Index`.
     ~RowSequence();
     RowSequence(const RowSequence &) = delete;
     RowSequence &operator=(const RowSequence &) = delete;
@@ -54,16 +38,16 @@ public:
     qint32 visibleCount() const { return m_visibleTotal; }
     // True when the row is held by this sequence.
     bool contains(const lsNode *row) const {
-        return row && row->block() && row->block()->owner == this;
+        return row && row->m_inSequence && blockOf(row)->sequence == this;
     }
 
     // Puts a row right after `previous` (null: at the front).
     void insertAfter(const lsNode *previous, lsNodePtr row);
-    // Takes out `count` rows from rank `first` on. Each keeps, as its `Index`, the rank it had
-    // (or the number a host put on it).
-    void removeRun(qint32 first, qint32 count);
-    // Takes out every row, each keeping its rank as its `Index` (or the number a host put).
-    void clear();
+    // Takes out `count` rows from rank `first` on. Each keeps, as its `Index`, the number `puts`
+    // holds for it (which is dropped) or else the rank it had.
+    void removeRun(qint32 first, qint32 count, IndexPuts &puts);
+    // Takes out every row, numbered as removeRun numbers them.
+    void clear(IndexPuts &puts);
 
     // The 1-based rank of a row the sequence holds.
     static qint32 rankOf(const lsNode *row);
@@ -71,7 +55,8 @@ public:
     const lsNodePtr *slotAt(qint32 rank) const;
     // The stored pointer of a held row.
     static const lsNodePtr &slotOf(const lsNode *row) {
-        return row->m_block->rows[offsetOf(row->m_block, row)];
+        const RowBlock *block = blockOf(row);
+        return block->rows[offsetOf(block, row)];
     }
     // The row at a 1-based rank, or null when out of range.
     lsNode *rowAt(qint32 rank) const {
@@ -86,51 +71,44 @@ public:
     // Appends up to `count` `Visible` rows in rank order, from the k-th on: one search, then a
     // walk, so a run of rows costs what one does plus the rows.
     void visibleRows(qint32 k, qint32 count, std::vector<lsNodePtr> &out) const;
-
-    // Recomputes `Visible` of `top` from its parent, then of its subtree from the top down
-    // (settling every row it sets); returns the number of rows set.
-    static qint32 recompute(lsNode *top);
-    // Records that `top` and its subtree are to be recomputed, which is done the next time any
-    // held row's visibility is read or the sequence changes (see lsNodes::SetVisibility).
-    void deferRecompute(lsNode *top);
-    // Carries out the recomputations recorded so far, oldest first.
-    void resolvePending() const {
-        if (!m_pending.empty())
-            resolve();
+    // A row's `Visible` as last put, without resolving work put off.
+    static bool isVisible(const lsNode *row) { return row->m_Visible; }
+    // Puts a row's `Visible` without resolving work put off; the counts of the sequence that
+    // holds it follow.
+    static void putVisible(lsNode *row, bool visible) {
+        if (row->m_Visible == visible)
+            return;
+        row->m_Visible = visible;
+        if (row->m_inSequence)
+            visibleChanged(row, visible);
     }
+    // Keeps the counts in step after a held row's `Visible` changed to `visible`.
+    static void visibleChanged(const lsNode *row, bool visible);
+
     // Number of rows marked unsettled.
     qint32 unsettledCount() const { return m_unsettledTotal; }
-
-    // Marks a held row as possibly disagreeing with its parent's visibility (with its subtree).
+    // True when a row is marked as possibly disagreeing with its parent's visibility.
+    static bool isUnsettled(const lsNode *row) { return row->m_unsettled; }
+    // Marks a held row so (with its subtree), in the sequence that holds it.
     static void unsettle(lsNode *row);
     // Drops that mark.
     static void settle(lsNode *row);
     // The first row marked unsettled at rank `from` or later, or null.
     lsNode *firstUnsettledFrom(qint32 from) const;
 
-    // Keeps a block's visible count in step when a held row's `Visible` changes to `visible`.
-    static void visibleChanged(lsNode *row, bool visible);
-    // Lets a number a host put on a held row's `Index` stand until the next renumbering.
-    static void indexPut(lsNode *row, qint32 index);
-    // The number a host put on a held row (which must have one).
-    static qint32 indexPutOn(const lsNode *row);
-    // The renumbering: every held row reads its rank as `Index` again.
-    void renumber();
-    // True when some held row reads a number a host put instead of its rank.
-    bool hasIndexPuts() const { return !m_indexPuts.empty(); }
-
     // Asserts the invariants listed above (debug builds; no-op otherwise).
     void check() const;
 
 private:
-    // The block that holds the k-th visible row (1..visibleCount()); `before` takes the visible
-    // rows ahead of it in that block.
-    size_t blockOfVisible(qint32 k, qint32 &before) const;
     struct Place {
         RowBlock *block;
         qint32 offset;
     };
+    static RowBlock *blockOf(const lsNode *row) { return static_cast<RowBlock *>(row->m_holder); }
     static qint32 offsetOf(const RowBlock *block, const lsNode *row);
+    // The block that holds the k-th visible row (1..visibleCount()); `before` takes the visible
+    // rows ahead of it in that block.
+    size_t blockOfVisible(qint32 k, qint32 &before) const;
     Place placeOf(qint32 rank) const;
     void ensureStarts(qint32 through) const;
     void ensureVisibleStarts(qint32 through) const;
@@ -141,9 +119,9 @@ private:
     void eraseBlock(qint32 index);
     void insertAt(RowBlock *block, qint32 offset, lsNodePtr row);
     void mergeWithNext(RowBlock *block);
-    void leave(lsNode *row, qint32 rank);
-    void resolve() const;
+    static void leave(lsNode *row, qint32 index);
 
+    RowOwner &m_owner;
     std::vector<std::unique_ptr<RowBlock>> m_blocks;
     // m_starts[i] / m_visibleStarts[i]: rows / Visible rows in the blocks before block i, for
     // i below m_startsValid / m_visibleValid.
@@ -158,8 +136,4 @@ private:
     qint32 m_size = 0;
     qint32 m_visibleTotal = 0;
     qint32 m_unsettledTotal = 0;
-    // The numbers hosts put on held rows, by row (see hasIndexPuts).
-    std::unordered_map<lsNode *, qint32> m_indexPuts;
-    // Deferred recomputations, oldest first.
-    mutable std::vector<lsNode *> m_pending;
 };

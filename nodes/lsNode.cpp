@@ -2,7 +2,6 @@
 
 #include "IndexKey.h"
 #include "RowAllocation.h"
-#include "RowSequence.h"
 #include "TreeListError.h"
 
 #include <limits>
@@ -22,44 +21,45 @@ struct lsNode::Rare {
     lsCellsPtr cells;
 };
 
+namespace {
+
 // The rare values of every node that has any, by node. Few nodes have them, so a table beside
 // the nodes costs less than a pointer in each. Nodes may live on any thread: one lock guards it.
-class lsNodeRareTable {
+// The values' type is the node's own, passed in so the table needs no access to the node.
+template <typename Rare> class RareTable {
 public:
-    lsNode::Rare *find(const lsNode *node) {
+    Rare *find(const lsNode *node) {
         const std::lock_guard lock(m_mutex);
         const auto it = m_rare.find(node);
         return it == m_rare.end() ? nullptr : it->second.get();
     }
-    lsNode::Rare &make(const lsNode *node) {
+    Rare &make(const lsNode *node) {
         const std::lock_guard lock(m_mutex);
-        std::unique_ptr<lsNode::Rare> &rare = m_rare[node];
+        std::unique_ptr<Rare> &rare = m_rare[node];
         if (!rare)
-            rare = std::make_unique<lsNode::Rare>();
+            rare = std::make_unique<Rare>();
         return *rare;
     }
     // Takes the node's values out of the table; they are destroyed after the lock is let go,
     // since cells they hold may take other nodes with them.
-    std::unique_ptr<lsNode::Rare> take(const lsNode *node) {
+    std::unique_ptr<Rare> take(const lsNode *node) {
         const std::lock_guard lock(m_mutex);
         const auto it = m_rare.find(node);
         if (it == m_rare.end())
             return nullptr;
-        std::unique_ptr<lsNode::Rare> rare = std::move(it->second);
+        std::unique_ptr<Rare> rare = std::move(it->second);
         m_rare.erase(it);
         return rare;
     }
 
 private:
     std::mutex m_mutex;
-    std::unordered_map<const lsNode *, std::unique_ptr<lsNode::Rare>> m_rare;
+    std::unordered_map<const lsNode *, std::unique_ptr<Rare>> m_rare;
 };
 
-namespace {
-
 // Never destroyed: nodes held in static objects of a host may go after it would have.
-lsNodeRareTable &rareTable() {
-    static lsNodeRareTable *const table = new lsNodeRareTable;
+template <typename Rare> RareTable<Rare> &rareTable() {
+    static RareTable<Rare> *const table = new RareTable<Rare>;
     return *table;
 }
 
@@ -72,7 +72,7 @@ lsNode::~lsNode() {
     while (next && next.use_count() == 1)
         next = std::move(next->m_NextSibling);
     if (m_hasRare)
-        rareTable().take(this);
+        rareTable<Rare>().take(this);
 }
 
 lsCellsPtr lsNode::Cells() {
@@ -133,53 +133,53 @@ void lsNode::clearLinks() {
 }
 
 bool lsNode::Visible() const {
-    if (const RowBlock *b = block())
-        b->owner->resolvePending();
+    if (RowOwner *collection = owner())
+        collection->resolvePending();
     return m_Visible;
 }
 
 void lsNode::setVisible(bool v) {
     TreeEdits::note();
+    RowOwner *collection = owner();
     // A deferred recomputation must run against the values from before this put.
-    if (const RowBlock *b = block())
-        b->owner->resolvePending();
+    if (collection)
+        collection->resolvePending();
     if (v == m_Visible)
         return;
     putVisible(v);
     // Rows below took their visibility from the old value; the next recomputation must see them.
-    if (m_inSequence)
-        RowSequence::unsettle(this);
+    if (collection)
+        collection->unsettle(*this);
 }
 
 void lsNode::putVisible(bool v) {
     if (v == m_Visible)
         return;
     m_Visible = v;
-    if (m_inSequence)
-        RowSequence::visibleChanged(this, v);
+    if (RowOwner *collection = owner())
+        collection->visibleChanged(*this, v);
 }
 
 void lsNode::setExpanded(bool v) {
     TreeEdits::note();
-    if (const RowBlock *b = block())
-        b->owner->resolvePending();
+    RowOwner *collection = owner();
+    if (collection)
+        collection->resolvePending();
     if (v == m_Expanded)
         return;
     m_Expanded = v;
-    if (m_inSequence)
-        RowSequence::unsettle(this);
+    if (collection)
+        collection->unsettle(*this);
 }
 
 qint32 lsNode::Index() const {
-    if (!m_inSequence)
-        return m_Index;
-    return m_indexPut ? RowSequence::indexPutOn(this) : RowSequence::rankOf(this);
+    return m_inSequence ? m_holder->owner->indexOf(*this) : m_Index;
 }
 
 void lsNode::setIndex(qint32 v) {
     TreeEdits::note();
     if (m_inSequence)
-        RowSequence::indexPut(this, v);
+        m_holder->owner->putIndex(*this, v);
     else
         m_Index = v;
 }
@@ -198,14 +198,14 @@ void lsNode::setFullPath(const QString &v) {
 
 lsNode::Rare &lsNode::rare() {
     if (m_hasRare)
-        return *rareTable().find(this);
-    Rare &r = rareTable().make(this);
+        return *rareTable<Rare>().find(this);
+    Rare &r = rareTable<Rare>().make(this);
     m_hasRare = true;
     return r;
 }
 
 const lsNode::Rare *lsNode::rareIfAny() const {
-    return m_hasRare ? rareTable().find(this) : nullptr;
+    return m_hasRare ? rareTable<Rare>().find(this) : nullptr;
 }
 
 QVariant lsNode::Key() const {

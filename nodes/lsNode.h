@@ -7,6 +7,7 @@
 // A row made by its collection shares one allocation with its cells (see RowAllocation.h): a cell
 // or cell collection a host holds keeps that allocation alive, as a node pointer does.
 
+#include "RowOwner.h"
 #include "SelectionPuts.h"
 #include "TreeEdits.h"
 #include "lsCells.h"
@@ -18,7 +19,6 @@
 
 class lsNode;
 using lsNodePtr = std::shared_ptr<lsNode>;
-struct RowBlock;
 
 class VKTL_EXPORT lsNode {
 public:
@@ -146,7 +146,6 @@ private:
     friend class KeyIndex;
     friend class lsNodes;
     friend struct RowAllocation;
-    friend class lsNodeRareTable;
 
     // Writes of the collection itself, which keeps visibility in step on its own.
     void putVisible(bool v);
@@ -162,11 +161,11 @@ private:
     Rare &rare();
     const Rare *rareIfAny() const;
 
-    // The block of the collection's row sequence that holds the row, or null outside one.
-    RowBlock *block() const { return m_inSequence ? m_block : nullptr; }
-    // Enters a block of a row sequence / leaves the sequence keeping `index` as its number.
-    void enterBlock(RowBlock *block) {
-        m_block = block;
+    // The collection that holds the row, or null outside one.
+    RowOwner *owner() const { return m_inSequence ? m_holder->owner : nullptr; }
+    // Enters a collection at `holder` / leaves it keeping `index` as its number.
+    void enterHolder(RowOwner::Holder *holder) {
+        m_holder = holder;
         m_inSequence = true;
     }
     void leaveSequence(qint32 index) {
@@ -188,10 +187,10 @@ private:
     // cache lines: loads that add under scattered parents wait for memory once per row rather
     // than once per field.
 
-    // In a row sequence the block that holds the row; outside one the row's number (`Index`).
-    // A number a host puts on a held row is kept by the sequence until the next renumbering.
+    // In a collection the part of it that holds the row; outside one the row's number (`Index`).
+    // A number a host puts on a held row is kept by the collection until it next renumbers.
     union {
-        RowBlock *m_block = nullptr;
+        RowOwner::Holder *m_holder = nullptr;
         qint32 m_Index;
     };
     qint32 m_IdentLevel = 0;
@@ -204,16 +203,12 @@ private:
     bool m_Flag : 1 = false;
     bool m_Displayed : 1 = false;
     bool m_Marked : 1 = false;
-    // A host put `Index`: it reads back until the collection next renumbers.
-    bool m_indexPut : 1 = false;
-    // `Visible` here or below may disagree with the parent's (see lsNodes::SetVisibility).
+    // `Visible` here or below may disagree with the parent's (see RowVisibility).
     bool m_unsettled : 1 = false;
     // The collection's keys name the row.
     bool m_keyed : 1 = false;
     // Its stored key is the one kept in Rare, not `Key`.
     bool m_keyPinned : 1 = false;
-    // Marks the latest of a row's deferred visibility recomputations while they are resolved.
-    bool m_pendingSeen : 1 = false;
     // The row's allocation carries a cell collection (see RowAllocation.h)...
     bool m_ownsCells : 1 = false;
     // ...and the row's cells are that one, not Rare's.

@@ -6,6 +6,7 @@
 
 #include "IndexKey.h"
 #include "NodeOrder.h"
+#include "PositionIterator.h"
 #include "TreeListTypes.h"
 #include "lsNode.h"
 #include "vkTreeListExport.h"
@@ -41,7 +42,9 @@ public:
     // Same as Item.
     lsNodePtr Nodes(const QVariant &vntIndexKey) const;
     // The row at a 1-based position, or null when out of range.
-    lsNodePtr at(qint32 position) const { return m_order.at(position); }
+    lsNodePtr at(qint32 position) const;
+    // Iteration over the rows in position order.
+    using const_iterator = PositionIterator<lsNodes, lsNodePtr, &lsNodes::at>;
 
     // Starts a walk at the row named (empty text or unknown: the first row) and returns it.
     lsNodePtr SetFirstNode(const QVariant &IndexKey = emptyText());
@@ -99,19 +102,19 @@ public:
     // the last clearing, or every row when one was put from outside painting meanwhile.
     void ClearDisplayed();
     // Number of `Visible` rows at positions 1..Position (for scrolling by display line).
-    qint32 VisibleRowsUpTo(qint32 Position) const { return m_order.visibleUpTo(Position); }
+    qint32 VisibleRowsUpTo(qint32 Position) const;
     // The row that is the k-th `Visible` row in position order, or null when there are fewer.
-    lsNodePtr VisibleRowAt(qint32 k) const { return m_order.visibleRow(k); }
+    lsNodePtr VisibleRowAt(qint32 k) const;
     // Up to `count` `Visible` rows in position order from the k-th on, in the time of one
     // VisibleRowAt plus the rows.
     std::vector<lsNodePtr> VisibleRowsFrom(qint32 k, qint32 count) const;
 
     // Asserts the collection's internal invariants (debug builds; no-op otherwise).
-    void check() const { m_order.check(); }
+    void check() const;
 
     // For-each over the rows in position order.
-    NodeOrder::const_iterator begin() const { return m_order.begin(); }
-    NodeOrder::const_iterator end() const { return m_order.end(); }
+    const_iterator begin() const;
+    const_iterator end() const;
 
 signals:
     // Forwards an error number and text (declared for hosts; the collection raises it nowhere).
@@ -126,8 +129,6 @@ private:
     const lsNode *link(const lsNodePtr &node, const lsNodePtr &relative, qint32 relationship);
     void unlink(lsNode *node);
     void releaseAll();
-    void settleAfter(const lsNode *node, qint32 subtreeRows);
-    bool unsettledFrom(const lsNode *node) const;
 
     // Selection (lsNodesSelection.cpp).
     qint32 selectByWalk(qint32 RowID, qint32 ColID, bool MultiSelect);

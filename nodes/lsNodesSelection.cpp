@@ -16,9 +16,8 @@
 
 qint32 lsNodes::Selected(qint32 RowID, qint32 ColID, bool MultiSelect) {
     TreeEdits::note();
-    const RowSequence &tree = m_order.tree();
-    if (SelectionPuts::count() == m_selectionPuts && !tree.hasIndexPuts() &&
-        (!m_root || tree.contains(m_root.get())))
+    if (SelectionPuts::count() == m_selectionPuts && !m_order.hasIndexPuts() &&
+        (!m_root || m_order.tree().contains(m_root.get())))
         return selectFlagged(RowID, ColID, MultiSelect);
     const qint32 counter = selectByWalk(RowID, ColID, MultiSelect);
     rememberFlaggedRows();
