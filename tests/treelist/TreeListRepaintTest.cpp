@@ -77,7 +77,7 @@ TEST_F(TreeListRepaintTest, PixelsWaitForQtsPaintWhatAHostReadsDoesNot) {
     EXPECT_NE(painted, before);
 }
 
-TEST_F(TreeListRepaintTest, AddingBelowTheViewComposesOnlyWhenTheViewChanges) {
+TEST_F(TreeListRepaintTest, AddingBelowAnUnchangedViewComposesNothing) {
     list->setAutoSelectNew(false);
     list->setColumns(2);
     addFlatRows(40);
@@ -89,53 +89,15 @@ TEST_F(TreeListRepaintTest, AddingBelowTheViewComposesOnlyWhenTheViewChanges) {
     }
     EXPECT_EQ(list->surface(), composed) << "no frame was composed";
     EXPECT_EQ(list->scrY()->maximum(), 300 - 15 + 1); // the last of 15 whole lines at the end
-
-    // Adds below the view that do change it: each must show what a full composition shows.
-    const struct Case {
-        const char *name;
-        std::function<void()> setUp;
-        std::function<void()> add;
-    } cases[] = {
-        {"a cell changed behind the control's back",
-         [&] { list->Nodes(2)->Cells()->at(1)->setTitle("Changed directly"); },
-         [&] { list->AddItem("K300", lsNext, "K301", "Row301"); }},
-        {"the first child of a row on screen", [] {},
-         [&] { list->AddItem("K5", lsChild, "C5", "Child"); }},
-        {"a sibling after one on screen whose branch runs past the view",
-         [&] { branch("K6", "D", 20); }, [&] { list->AddItem("K6", lsChild, "D21", "Deeper"); }},
-        {"a last child after a sibling on screen, whose branch runs past the view",
-         [&] {
-             list->scrY()->setValue(1);
-             list->AddItem("K2", lsChild, "P1", "Parent");
-             branch("P1", "Q", 30);
-             list->Expand("K2");
-         },
-         [&] { list->AddItem("K2", lsChild, "P2", "After the branch"); }},
-        {"a last child after a sibling above the view, whose branch reaches into it",
-         [&] {
-             branch("C1", "G", 30);
-             list->Expand("K3");
-             list->scrY()->setValue(list->rows()->VisibleRowsUpTo(list->Nodes("C1")->Index()) + 2);
-             ASSERT_GT(list->FirstDisplayedRow(), list->Nodes("C1")->Index());
-         },
-         [&] { list->AddItem("C1", lsNext, "C2", "After the branch"); }},
-    };
-    for (const Case &c : cases) {
-        c.setUp();
-        list->Refresh();
-        c.add();
-        const QImage shown = frame();
-        list->Refresh();
-        EXPECT_EQ(shown, frame()) << c.name;
-    }
 }
 
 TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
     // Views of many shapes filled as hosts fill them: row after row, depth first (children under
     // collapsed rows shown) and anywhere, opened, closed, removed, scrolled, selected and given
-    // looks, now and then with a row changed behind the control's back. Now and then one large
-    // tree grows in one view. Rows painted in place must leave what composing the whole frame
-    // leaves.
+    // looks, columns taken and given, now and then with a row changed behind the control's back,
+    // now and then with an image list (whose pictures may reach past their line). Now and then one
+    // large tree grows in one view. Rows painted in place must leave what composing the whole
+    // frame leaves.
     QRandomGenerator random(20261123);
     const auto pick = [&](int n) { return n > 0 ? int(random.bounded(quint32(n))) : 0; };
     int inPlace = 0, unsettled = 0;
@@ -151,6 +113,8 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
         list->setRowHeight(large ? 18 : 16 + pick(3) * pick(8));
         list->setLineStyle(large || pick(4) ? lsLineSolid : pick(3));
         list->setMultiSelect(pick(2) == 0);
+        if (pick(4) == 0)
+            list->setImageList(std::make_shared<lsImageList>());
         QVariant lastTop, lastAdded;
         int added = 0;
         bool behindTheBack = false;
@@ -215,7 +179,12 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
                 list->scrY()->setValue(1 + pick(list->scrY()->maximum()));
                 repainted = list->scrY()->value() != value;
             } else if (op == 12) {
-                list->scrX()->setValue(pick(list->scrX()->maximum() + 1));
+                // Fewer columns shrink the bar's range, which moves it without a word to its
+                // handler.
+                if (pick(3) == 0)
+                    list->setColumns(1 + pick(5));
+                const int most = list->scrX()->maximum();
+                list->scrX()->setValue(pick(2) ? most : pick(most + 1));
                 repainted = false;
             } else if (op < 15) {
                 // Texts set after each add, as a host fills its columns, and other looks of a
@@ -258,6 +227,7 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
             ASSERT_EQ(shown, frame()) << where;
             ASSERT_EQ(state, layoutState()) << where;
             ASSERT_EQ(displayed(), plainDisplayed()) << where;
+            ASSERT_EQ(list->HorizontalOffset(), -list->scrX()->value()) << where;
         }
     }
     EXPECT_GT(inPlace, 300) << "rows painted in place";
