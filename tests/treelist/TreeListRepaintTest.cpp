@@ -77,7 +77,7 @@ TEST_F(TreeListRepaintTest, PixelsWaitForQtsPaintWhatAHostReadsDoesNot) {
     EXPECT_NE(painted, before);
 }
 
-TEST_F(TreeListRepaintTest, AddingBelowAnUnchangedViewComposesNothing) {
+TEST_F(TreeListRepaintTest, AddingBelowTheViewComposesOnlyWhenTheViewChanges) {
     list->setAutoSelectNew(false);
     list->setColumns(2);
     addFlatRows(40);
@@ -89,6 +89,45 @@ TEST_F(TreeListRepaintTest, AddingBelowAnUnchangedViewComposesNothing) {
     }
     EXPECT_EQ(list->surface(), composed) << "no frame was composed";
     EXPECT_EQ(list->scrY()->maximum(), 300 - 15 + 1); // the last of 15 whole lines at the end
+
+    // Adds below the view that do change it: each must show what a full composition shows.
+    const struct Case {
+        const char *name;
+        std::function<void()> setUp;
+        std::function<void()> add;
+    } cases[] = {
+        {"a cell changed behind the control's back",
+         [&] { list->Nodes(2)->Cells()->at(1)->setTitle("Changed directly"); },
+         [&] { list->AddItem("K300", lsNext, "K301", "Row301"); }},
+        {"the first child of a row on screen", [] {},
+         [&] { list->AddItem("K5", lsChild, "C5", "Child"); }},
+        {"a sibling after one on screen whose branch runs past the view",
+         [&] { branch("K6", "D", 20); }, [&] { list->AddItem("K6", lsChild, "D21", "Deeper"); }},
+        {"a last child after a sibling on screen, whose branch runs past the view",
+         [&] {
+             list->scrY()->setValue(1);
+             list->AddItem("K2", lsChild, "P1", "Parent");
+             branch("P1", "Q", 30);
+             list->Expand("K2");
+         },
+         [&] { list->AddItem("K2", lsChild, "P2", "After the branch"); }},
+        {"a last child after a sibling above the view, whose branch reaches into it",
+         [&] {
+             branch("C1", "G", 30);
+             list->Expand("K3");
+             list->scrY()->setValue(list->rows()->VisibleRowsUpTo(list->Nodes("C1")->Index()) + 2);
+             ASSERT_GT(list->FirstDisplayedRow(), list->Nodes("C1")->Index());
+         },
+         [&] { list->AddItem("C1", lsNext, "C2", "After the branch"); }},
+    };
+    for (const Case &c : cases) {
+        c.setUp();
+        list->Refresh();
+        c.add();
+        const QImage shown = frame();
+        list->Refresh();
+        EXPECT_EQ(shown, frame()) << c.name;
+    }
 }
 
 TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
