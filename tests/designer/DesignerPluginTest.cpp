@@ -69,11 +69,14 @@ TEST(DesignerPluginTest, OffersBothControlsDesignModeInDesignerRunModeElsewhere)
         EXPECT_TRUE(widget->domXml().contains(QStringLiteral("class=\"%1\"").arg(widget->name())));
     }
 
-    // A form loader creates without initializing: run mode, no sample rows.
+    // A form loader creates without initializing: run mode, no sample rows, the header row of a
+    // new control, taller than its minimum.
     QWidget form;
     auto *runTime = qobject_cast<vkTreeList *>(widgets[0]->createWidget(&form));
     ASSERT_NE(runTime, nullptr);
-    EXPECT_EQ(runTime->Rows(), 0);
+    EXPECT_EQ(std::tuple(runTime->Rows(), runTime->Headers(), runTime->headers()->Count()),
+              std::tuple(0, qint16(1), 1));
+    EXPECT_GT(runTime->sizeHint().height(), runTime->minimumSizeHint().height());
     // Designer initializes first: design mode, the six sample rows.
     widgets[0]->initialize(nullptr);
     auto *designTime = qobject_cast<vkTreeList *>(widgets[0]->createWidget(&form));

@@ -32,25 +32,15 @@ std::vector<qint32> ys(const lsIdent &g, qint32 shift = 0) {
 
 } // namespace
 
-TEST(lsIdent, ADeeperRowIsOneStepRightAndALowerOneMovesDownWithIt) {
+TEST(lsIdent, ADeeperRowIsStepsRightAndALowerOneMovesDownWithIt) {
     constexpr qint32 Step = 19; // one level's indentation
     const ScaleConverter scale;
     lsIdent g;
     g.Refresh(makeRow(0, 0), 19, nullptr, &scale);
     const std::vector<qint32> x0 = xs(g), y0 = ys(g);
-    for (const auto &[level, top] : {std::pair{1, 0}, {2, 40}, {7, 38}}) {
-        g.Refresh(makeRow(level, top), 19, nullptr, &scale);
-        EXPECT_EQ(xs(g, level * Step), x0) << level;
-        EXPECT_EQ(ys(g, top), y0) << top;
-        // The box sits on the tree line, the node line runs from it to the picture, the child
-        // line drops from the picture's middle and the text follows the picture.
-        EXPECT_EQ(std::vector<qint32>({g.ExpX() + g.ExpWidth() / 2, g.ExpY() + g.ExpHeight() / 2,
-                                       g.NodeLineX2(), g.ChildLineX(), g.ChildLineY1(), g.TextX(),
-                                       g.TreeLineY2(), g.IdentIndex()}),
-                  std::vector<qint32>({g.TreeLineX(), g.NodeLineY(), g.picX(),
-                                       g.picX() + g.PicWidth() / 2, g.PicY() + g.PicHeight(),
-                                       g.picX() + g.PicWidth() + 2, g.PicHeight() / 2, level}));
-    }
+    // The relations between the places, at levels up to 2, are pinned by the reference images.
+    g.Refresh(makeRow(7, 38), 19, nullptr, &scale);
+    EXPECT_EQ(std::tuple(xs(g, 7 * Step), ys(g, 38), g.IdentIndex()), std::tuple(x0, y0, 7));
     // The picture is centred in its row with halves rounded to the even neighbour: 0 + 1.5 -> 2
     // and 1 + 1.5 -> 2.
     for (const qint32 top : {0, 1}) {

@@ -35,16 +35,13 @@ void init(OffScreenDC &dc, int w = 40, int h = 30, OleColor back = White) {
 
 TEST(OffScreenDC, LinesFollowTheEndPixelAndDotRules) {
     // Name, ends, dotted, and the pixels that decide the rule on a yellow surface, drawing red on
-    // a green background.
+    // a green background. Solid and dotted tree lines across and down, with their ends, are
+    // pinned by the reference images of the surface and the control.
     // clang-format off
     const std::tuple<const char *, int, int, int, int, bool, std::vector<Px>> cases[] = {
-        {"horizontal", 2, 5, 6, 5, false, {{2, 5, Red}, {5, 5, Red}, {6, 5, Yellow}}},
-        {"vertical", 4, 1, 4, 4, false, {{4, 1, Red}, {4, 3, Red}, {4, 4, Yellow}}},
         {"diagonal", 0, 0, 3, 3, false, {{0, 0, Red}, {2, 2, Red}, {3, 3, Yellow}, {1, 0, Yellow}}},
         {"shallow", 0, 0, 4, 2, false, {{1, 0, Red}, {2, 1, Red}, {3, 1, Red}, {4, 2, Yellow}}},
         {"zero length", 7, 7, 7, 7, false, {{7, 7, Yellow}}},
-        {"dotted vertical", 3, 0, 3, 2, true, {{3, 0, Red}, {3, 1, Green}, {3, 2, Red}, {3, 3, Green}, {3, 4, Yellow}}},
-        {"dotted horizontal", 0, 2, 4, 2, true, {{0, 2, Red}, {1, 2, Yellow}, {2, 2, Red}, {3, 2, Yellow}, {4, 2, Red}}},
         {"dotted diagonal", 0, 0, 5, 5, true, {{0, 0, Yellow}, {2, 2, Yellow}}},
         // Far-off and extreme endpoints are clipped, not walked or overflowed.
         {"extreme horizontal", Min, 5, Max, 5, false, {{11, 5, Red}}},
@@ -149,17 +146,9 @@ TEST(OffScreenDC, CopyChangeTestsAndInversionsThatUndoThemselves) {
     EXPECT_EQ(std::pair(w, h), std::pair(7, 3));
 }
 
-TEST(OffScreenDC, DegenerateInputIsHarmless) {
-    for (const auto &[w, h] : {std::pair{0, 0}, std::pair{-5, 10}, std::pair{Max, Max}}) {
-        OffScreenDC dc;
-        init(dc, w, h);
-        EXPECT_FALSE(dc.HasChanged(w, h));
-        dc.DrawRect(0, 0, 50, 50, Red, Black, "text", 3, caBottomright, Appearances::Raised3D);
-        dc.DrawText(-3, -3, "text");
-        dc.DrawPicture(nullptr, 0, 0);
-        dc.DrawFocusRect(0, 0, 10, 10);
-        dc.BlastToScreen();
-    }
+// Empty and negative surfaces and boxes are reached through the control by the control fuzz
+// target, which fails on any Qt drawing warning; these are the extremes it cannot reach.
+TEST(OffScreenDC, ExtremeBoxesDrawNothingOrOverflow) {
     OffScreenDC dc;
     init(dc);
     dc.DrawRect(-Max, -Max, Max, Max, Red, Black, "far away", 0, CaptionAlignments(99));

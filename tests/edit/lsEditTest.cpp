@@ -294,7 +294,8 @@ TEST(lsEditModel, EntriesModesAndEveryPropertyThroughTheBag) {
     edit.Edit();
     EXPECT_EQ(std::tuple(edit.isEditing(), edit.Mode().toInt()), std::tuple(false, 7));
 
-    // Defaults store nothing; every put comes back from the bag; a bad bag changes nothing.
+    // Defaults store nothing; every put comes back from the bag. (That a bad bag changes nothing
+    // the properties fuzz target checks on every input.)
     PropertyBag bag;
     edit.setMode(0);
     edit.WriteProperties(bag);
@@ -310,9 +311,6 @@ TEST(lsEditModel, EntriesModesAndEveryPropertyThroughTheBag) {
     copy.ReadProperties(bag);
     for (const auto &[name, value] : puts)
         EXPECT_EQ(copy.property(name).toString(), value.toString()) << name;
-    ASSERT_TRUE(bag.fromJson(R"({"BorderStyle": 0, "Mode": "abc"})"));
-    EXPECT_EQ(errorOf([&] { copy.ReadProperties(bag); }), 13);
-    EXPECT_EQ(copy.BorderStyle(), 1);
 }
 
 } // namespace

@@ -46,7 +46,8 @@ private:
     QVariant anyRelative() {
         switch (pick(8)) {
         case 0:
-            return QVariant();
+            // Neither a position nor a key: a list names no row.
+            return pick(2) ? QVariant() : QVariant(QVariantList{});
         case 1:
             return emptyText();
         case 2:

@@ -177,9 +177,12 @@ TEST(Records, OnlyHeldCellsPinTheirSlots) {
 
 TEST(Records, RowsTakeOtherCellsAndTheirOwnBack) {
     lsNodes rows;
-    const lsNodePtr row = rows.Add(emptyText(), lsLast, "A");
+    const lsNodePtr row = rows.Add(emptyText(), lsLast, "A", "Alpha");
     const lsCellsPtr own = row->Cells();
     own->Add("mine", 1);
+    rows.Add("a", lsChild, "B", "Beta");
+    EXPECT_EQ(std::tuple(rows.FindPath(rows.Item("B")), rows.FindPath(nullptr)),
+              std::tuple(QString("Alpha\\Beta"), QString()));
     const auto other = std::make_shared<lsCells>();
     other->Add("other", 1);
     row->setCells(other);
@@ -211,40 +214,6 @@ TEST(Records, LongSiblingChainIsFreedWithoutDeepRecursion) {
     }
     first.reset();
     EXPECT_TRUE(last.expired());
-}
-
-// Placing, removing, walking, opening and selecting are held to the plain implementation by
-// test_equivalence.cpp; these cases cover what its scripts do not reach: a list as a relative,
-// paths, rows freed after a duplicate key or a clear, and more rows than the counter holds.
-TEST(Nodes, ListRelativeDuplicateKeysPathsAndFreeing) {
-    std::weak_ptr<lsNode> orphan, other;
-    {
-        lsNodes nodes;
-        nodes.Add(emptyText(), lsNext, "A", "A");
-        nodes.Add("A", lsChild, "A1", "A1");
-        nodes.Add("A", lsNext, "B", "B");
-        // A list names no row: the new row goes under the first one.
-        EXPECT_EQ(nodes.Add(QVariantList{}, lsChild, "N", "N")->Parent(), nodes.Item("A"));
-        EXPECT_EQ(nodes.FindPath(nodes.Item("N")), "A\\N");
-        EXPECT_EQ(nodes.FindPath(nullptr), "");
-        other = nodes.Item("A1");
-        EXPECT_EQ(errorOf([&] { nodes.Add("A", lsChild, "b", "dup"); }),
-                  TreeListError::DuplicateKey);
-        orphan = nodes.Item("A")->LastChild();
-        ASSERT_FALSE(orphan.expired());
-        EXPECT_EQ(orphan.lock()->Text(), "dup");
-        EXPECT_EQ(nodes.Count(), 5);
-        EXPECT_FALSE(nodes.at(5));
-        nodes.Clear();
-        EXPECT_FALSE(nodes.Count() || nodes.Root());
-        EXPECT_TRUE(orphan.expired() && other.expired());
-
-        nodes.Add(emptyText(), lsNext, "A", "A");
-        EXPECT_ANY_THROW(nodes.Add("A", lsPrevious, "A", "dupRoot"));
-        orphan = nodes.Root();
-        EXPECT_EQ(orphan.lock()->Text(), "dupRoot");
-    }
-    EXPECT_TRUE(orphan.expired());
 }
 
 TEST(Nodes, MoreRowsThanTheCounterHoldsOverflowWithoutLoss) {

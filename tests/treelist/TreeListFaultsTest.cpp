@@ -1,5 +1,5 @@
-// Faults a host met: errors inside calls that Qt makes, a frame painted with a stale offset, and
-// paint looks that disagreed with the control's own state.
+// Faults a host met: errors inside calls that Qt makes, and paint looks that disagreed with the
+// control's own state.
 
 #include "BuiltinPictures.h"
 #include "ErrorOf.h"
@@ -115,56 +115,6 @@ TEST_F(TreeListFaultsTest, ErrorsInsideQtCallsAreReportedAndTheControlGoesOn) {
         EXPECT_EQ(list->failedEntries(), 1);
     }
     qInstallMessageHandler(previous);
-}
-
-TEST_F(TreeListFaultsTest, ARowCountedWithoutAPositionBreaksNoClick) {
-    // A duplicate key leaves the new row linked and counted but stored nowhere; with the first
-    // row removed, the count says one row while no position holds one.
-    list->AddItem(emptyText(), lsNext, "k1", "One");
-    EXPECT_EQ(errorOf([&] { list->AddItem("k1", lsNext, "K1", "Two"); }),
-              TreeListError::DuplicateKey);
-    list->RemoveItem("k1");
-    EXPECT_EQ(list->HitTest(10, 30)->DataCol(), -1);
-    QTest::mouseClick(list->picOut(), Qt::LeftButton, {}, QPoint(10, 30));
-    EXPECT_EQ(list->failedEntries(), 0);
-}
-
-TEST_F(TreeListFaultsTest, TheFrameFollowsTheOffsetTheLayoutDecided) {
-    list->setColumns(6);
-    addFlatRows(3);
-    list->scrX()->setValue(list->scrX()->maximum());
-    ASSERT_EQ(list->HorizontalOffset(), -list->scrX()->maximum());
-
-    // Fewer columns shrink the bar's range, which moves it without a word to its handler: the
-    // offset still follows it, in the frame and in the hit test.
-    list->setColumns(4);
-    ASSERT_FALSE(list->scrX()->isHidden());
-    EXPECT_EQ(list->HorizontalOffset(), -list->scrX()->value());
-    EXPECT_EQ(list->HitTest(10, 27)->DataCol(), 1);
-    QImage seen = frame();
-    list->Refresh();
-    EXPECT_EQ(seen, frame());
-
-    // Every row fits now: the bar goes, and the rows must be drawn unshifted in the same frame.
-    list->setColumns(1);
-    EXPECT_TRUE(list->scrX()->isHidden());
-    EXPECT_EQ(std::tuple(list->HorizontalOffset(), list->scrX()->value()), std::tuple(0, 0));
-    seen = frame();
-    list->Refresh();
-    EXPECT_EQ(seen, frame());
-    EXPECT_EQ(cellBackground(3, 1), QColor::fromRgb(oleTranslateColor(0x8000000F)).rgb())
-        << "the selected row is drawn in its place";
-
-    // A frame whose own layout brings the horizontal bar in counts and draws no line under the
-    // bar.
-    addFlatRows(40, 4);
-    list->setColumnWidth(1, 9000);
-    ASSERT_FALSE(list->scrX()->isHidden());
-    seen = frame();
-    const qint16 lines = list->VisibleLineCount();
-    list->Refresh();
-    EXPECT_EQ(seen, frame());
-    EXPECT_EQ(lines, list->VisibleLineCount());
 }
 
 TEST_F(TreeListFaultsTest, ARowPaintedOnItsOwnLooksAsInAFrame) {

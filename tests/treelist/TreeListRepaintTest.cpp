@@ -133,9 +133,10 @@ TEST_F(TreeListRepaintTest, AddingBelowTheViewComposesOnlyWhenTheViewChanges) {
 TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
     // Views of many shapes filled as hosts fill them: row after row, depth first (children under
     // collapsed rows shown) and anywhere, opened, closed, removed, scrolled, selected and given
-    // looks, now and then with a row changed behind the control's back. Now and then one large
-    // tree grows in one view. Rows painted in place must leave what composing the whole frame
-    // leaves.
+    // looks, columns taken and given, now and then with a row changed behind the control's back,
+    // now and then with an image list (whose pictures may reach past their line). Now and then one
+    // large tree grows in one view. Rows painted in place must leave what composing the whole
+    // frame leaves.
     QRandomGenerator random(20261123);
     const auto pick = [&](int n) { return n > 0 ? int(random.bounded(quint32(n))) : 0; };
     int inPlace = 0, unsettled = 0;
@@ -151,6 +152,8 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
         list->setRowHeight(large ? 18 : 16 + pick(3) * pick(8));
         list->setLineStyle(large || pick(4) ? lsLineSolid : pick(3));
         list->setMultiSelect(pick(2) == 0);
+        if (pick(4) == 0)
+            list->setImageList(std::make_shared<lsImageList>());
         QVariant lastTop, lastAdded;
         int added = 0;
         bool behindTheBack = false;
@@ -215,7 +218,12 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
                 list->scrY()->setValue(1 + pick(list->scrY()->maximum()));
                 repainted = list->scrY()->value() != value;
             } else if (op == 12) {
-                list->scrX()->setValue(pick(list->scrX()->maximum() + 1));
+                // Fewer columns shrink the bar's range, which moves it without a word to its
+                // handler.
+                if (pick(3) == 0)
+                    list->setColumns(1 + pick(5));
+                const int most = list->scrX()->maximum();
+                list->scrX()->setValue(pick(2) ? most : pick(most + 1));
                 repainted = false;
             } else if (op < 15) {
                 // Texts set after each add, as a host fills its columns, and other looks of a
@@ -258,6 +266,7 @@ TEST_F(TreeListRepaintTest, EveryRepaintShowsWhatAFullCompositionShows) {
             ASSERT_EQ(shown, frame()) << where;
             ASSERT_EQ(state, layoutState()) << where;
             ASSERT_EQ(displayed(), plainDisplayed()) << where;
+            ASSERT_EQ(list->HorizontalOffset(), -list->scrX()->value()) << where;
         }
     }
     EXPECT_GT(inPlace, 300) << "rows painted in place";

@@ -28,21 +28,15 @@ TEST_F(TreeListViewTest, BarsFollowTheContentAndAResizeToNothingAndBackRedraws) 
     list->scrX()->setValue(50);
     EXPECT_EQ(scrolled.count(), 1);
 
-    // A resize makes a surface of the new size; shrunk to nothing and back, nothing paints on a
-    // null picture (Qt only warns, so a warning fails) and the rows come back.
-    static int warnings = 0;
-    const QtMessageHandler previous =
-        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &) {
-            warnings += type == QtWarningMsg;
-        });
+    // A resize makes a surface of the new size; shrunk to nothing and back, the rows come back.
+    // (Painting on the null picture of a control shrunk to nothing is a Qt warning, which the
+    // control fuzz target fails on.)
     for (const QSize size : {QSize(0, 0), QSize(0, 150), QSize(200, 0), QSize(300, 200)}) {
         list->resize(size);
         QApplication::processEvents();
         EXPECT_EQ(QSize(list->surface()->Width(), list->surface()->Height()),
                   list->picOut()->size());
     }
-    qInstallMessageHandler(previous);
-    EXPECT_EQ(warnings, 0);
     const QImage &screen = *list->picOut()->screenImage();
     QSet<QRgb> colours; // background, header face, text...: not a blank frame
     for (int y = 0; y < screen.height(); ++y)
