@@ -2,6 +2,7 @@
 
 #include "EditSession.h"
 #include "PropertyBag.h"
+#include "SystemColors.h"
 #include "TreeListError.h"
 #include "VariantNumber.h"
 #include "lsEdit.h"
@@ -55,16 +56,15 @@ std::span<const EditProperties::Row> EditProperties::table() {
              e.applyFrame();
          },
          nullptr, nullptr},
-        // Button face and button text.
-        {"BackColor", [](const E &) { return u32(0x8000000F); }, true, false, &E::BackColorChanged,
-         [](const E &e) { return u32(e.m_backColor); },
+        {"BackColor", [](const E &) { return u32(SysButtonFace); }, true, false,
+         &E::BackColorChanged, [](const E &e) { return u32(e.m_backColor); },
          [](E &e, const QVariant &v) {
              e.m_backColor = v.value<quint32>();
              e.applyColours();
          },
          nullptr, nullptr},
-        {"ForeColor", [](const E &) { return u32(0x80000012); }, true, false, &E::ForeColorChanged,
-         [](const E &e) { return u32(e.m_foreColor); },
+        {"ForeColor", [](const E &) { return u32(SysButtonText); }, true, false,
+         &E::ForeColorChanged, [](const E &e) { return u32(e.m_foreColor); },
          [](E &e, const QVariant &v) {
              e.m_foreColor = v.value<quint32>();
              e.applyColours();
