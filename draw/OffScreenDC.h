@@ -8,6 +8,7 @@
 // they were set and translated when used. Coordinates are pixels, origin top-left; everything is
 // clipped to the surface, and sums that leave the 32-bit range raise the overflow error.
 
+#include "RasterSurface.h"
 #include "StdFont.h"
 #include "StdPicture.h"
 #include "TreeListTypes.h"
@@ -16,7 +17,6 @@
 #include <QFont>
 #include <QImage>
 #include <QString>
-#include <limits>
 #include <optional>
 
 class VKTL_EXPORT OffScreenDC {
@@ -82,9 +82,9 @@ public:
                   std::optional<OleColor> NewBackColor = std::nullopt,
                   StdFontPtr TextFont = nullptr);
     // The surface raster (null image before `Initialize`).
-    QImage *hDC() { return &m_surface; }
+    QImage *hDC() { return &m_raster.image(); }
     // The surface raster, read-only.
-    const QImage *hDC() const { return &m_surface; }
+    const QImage *hDC() const { return &m_raster.image(); }
     // The caption as `DrawRect` shows it in a width: unchanged when nLeft + its width stays below
     // nWidth - 4, else cut and ended with "...", or "..." alone. Appearance is not used.
     QString AdjustText(qint32 nLeft, qint32 nWidth, const QString &Caption,
@@ -102,16 +102,16 @@ public:
     // Horizontal drawing origin: every primitive lands OriginX pixels to the right of its
     // coordinates (left when negative), so a sideways-scrolled view keeps unscrolled positions.
     // Rules that look at coordinates (a rectangle at x 0) see them before the shift. Default 0.
-    qint32 OriginX() const { return m_originX; }
-    void setOriginX(qint32 x) { m_originX = x; }
+    qint32 OriginX() const { return m_raster.originX(); }
+    void setOriginX(qint32 x) { m_raster.setOriginX(x); }
     // Keeps every primitive off the pixel rows outside [Top, Bottom) until `ClearClip`.
     void SetClipRows(qint32 Top, qint32 Bottom);
     // Lets every primitive reach all pixel rows again (as after `Initialize`).
     void ClearClip();
     // Surface width as given to `Initialize`.
-    qint32 Width() const { return m_width; }
+    qint32 Width() const { return m_raster.width(); }
     // Surface height as given to `Initialize`.
-    qint32 Height() const { return m_height; }
+    qint32 Height() const { return m_raster.height(); }
 
 private:
     void DrawFrame(qint32 nLeft, qint32 nTop, qint32 nWidth, qint32 nHeight, OleColor NewBackColor,
@@ -120,27 +120,17 @@ private:
     void DrawCaption(qint32 L, qint32 T, qint32 W, qint32 H, OleColor BackColor,
                      const QString &Caption, qint32 LeftOffset, CaptionAlignments CaptionAlign);
     // Fills the box [left, right) x [top, bottom) and draws text with its top-left at (x, y)
-    // clipped to it, in the current colours (x values before the origin shift).
+    // clipped to it, in the current colours.
     void textOut(qint64 x, qint64 y, qint64 left, qint64 top, qint64 right, qint64 bottom,
                  const QString &text, const QFont &font);
-    void setPixel(qint64 x, qint64 y, QRgb rgb);
-    void solidLine(qint64 x1, qint64 y1, qint64 x2, qint64 y2, QRgb rgb);
     const QFont &currentFont() const;
 
-    QImage m_surface;
-    QImage *m_target = nullptr;
+    RasterSurface m_raster;
     StdFontPtr m_font;
     QFont m_defaultFont;
-    qint32 m_width = 0;
-    qint32 m_height = 0;
-    qint32 m_originX = 0;
-    qint64 m_clipTop = 0;
-    qint64 m_clipBottom = std::numeric_limits<qint32>::max();
     OleColor m_backColor = 0xFFFFFF;
     OleColor m_textColor = 0;
     OleColor m_faceColor = 0;
     OleColor m_highlightColor = 0;
-    OleColor m_lightColor = 0;
     OleColor m_shadowColor = 0;
-    OleColor m_darkShadowColor = 0;
 };

@@ -16,3 +16,11 @@ VKTL_EXPORT QRgb oleTranslateColor(OleColor c);
 
 // The OLE colour (0x00BBGGRR) of an RGB value; the alpha channel is dropped.
 VKTL_EXPORT OleColor oleFromRgb(QRgb rgb);
+
+// The system colours of 3-D edges and button faces, as OLE colours.
+constexpr OleColor SysButtonFace = 0x8000000Fu;
+constexpr OleColor SysButtonShadow = 0x80000010u;
+constexpr OleColor SysButtonText = 0x80000012u;
+constexpr OleColor SysButtonHighlight = 0x80000014u;
+constexpr OleColor Sys3DDarkShadow = 0x80000015u;
+constexpr OleColor Sys3DLight = 0x80000016u;

@@ -1,14 +1,19 @@
 #include "EditButtonPainter.h"
 
+#include "Bevel.h"
 #include "SystemColors.h"
 #include "lsEditTypes.h"
 
+#include <array>
+
 namespace {
 
-constexpr OleColor ButtonShadow = 0x80000010u;
-constexpr OleColor ButtonHighlight = 0x80000014u;
-constexpr OleColor DarkShadow3D = 0x80000015u;
-constexpr OleColor Light3D = 0x80000016u;
+// A flat button is the outline alone.
+constexpr std::array Outline = {BevelRing{Sys3DDarkShadow, Sys3DDarkShadow}};
+// The raised button is lit from the top left: 3-D light outside, button highlight inside.
+constexpr std::array RaisedEdge = {BevelRing{Sys3DLight, Sys3DDarkShadow},
+                                   BevelRing{SysButtonHighlight, SysButtonShadow}};
+constexpr std::array PressedEdge = {BevelRing{SysButtonShadow, SysButtonHighlight}};
 
 bool isKnownState(qint16 state) {
     return state == lsBtnDown || state == lsbtnFlat || state == lsBtnUp || state == lsBtnDisabled;
@@ -39,15 +44,6 @@ void fillBox(const Canvas &canvas, int left, int top, int right, int bottom, QRg
             surface.setPixel(x, y, colour);
 }
 
-// Both ends included.
-void hLine(const Canvas &canvas, int x1, int x2, int y, OleColor colour) {
-    fillBox(canvas, x1, y, x2, y, oleTranslateColor(colour));
-}
-
-void vLine(const Canvas &canvas, int x, int y1, int y2, OleColor colour) {
-    fillBox(canvas, x, y1, x, y2, oleTranslateColor(colour));
-}
-
 // The raised frame is two pixels deep on all four sides, so the face it encloses is centred in
 // the button and centring on the button centres the glyph on the face. Rounding down: with an
 // odd spare the raised glyph sits half a pixel before the centre and the pressed one (a pixel
@@ -63,7 +59,7 @@ int glyphShift(qint16 state) {
 }
 
 QRgb glyphColour(qint16 state, OleColor foreColor) {
-    return oleTranslateColor(state == lsBtnDisabled ? ButtonShadow : foreColor);
+    return oleTranslateColor(state == lsBtnDisabled ? SysButtonShadow : foreColor);
 }
 
 } // namespace
@@ -88,40 +84,22 @@ bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state, const QRe
     if (!isKnownState(state))
         return false;
     const Canvas canvas{surface, buttonOn(surface, button)};
-    const int right = canvas.right();
-    const int bottom = canvas.bottom();
-
+    const auto edge = [&](int left, int top, std::span<const BevelRing> rings) {
+        drawBevelRuns(left, top, canvas.right(), canvas.bottom(), rings,
+                      [&](const QRect &run, OleColor color) {
+                          fillBox(canvas, run.left(), run.top(), run.right(), run.bottom(),
+                                  oleTranslateColor(color));
+                      });
+    };
     // The dark outline starts one column left of the button: the button adjoins the text box
-    // there and must not draw a dark edge between them. Visible: top row, right column, bottom row.
-    hLine(canvas, -1, right, 0, DarkShadow3D);
-    hLine(canvas, -1, right, bottom, DarkShadow3D);
-    vLine(canvas, -1, 0, bottom, DarkShadow3D);
-    vLine(canvas, right, 0, bottom, DarkShadow3D);
-
-    switch (state) {
-    case lsBtnDown:
-        // Sunken: shadow inside the dark top and along the left; the right column and bottom
-        // row turn to highlight, replacing the outline there.
-        vLine(canvas, 0, 1, bottom - 1, ButtonShadow);
-        hLine(canvas, 0, right - 1, 1, ButtonShadow);
-        vLine(canvas, right, 1, bottom, ButtonHighlight);
-        hLine(canvas, 0, right, bottom, ButtonHighlight);
-        break;
-    case lsBtnUp:
-    case lsBtnDisabled:
-        // Raised: the outline's right column and bottom row are the outer dark edges; the outer
-        // light edges take the top row and the left column, so the button is lit from the top
-        // left. The light lines stop short of the dark ones, which own the two far corners.
-        hLine(canvas, 0, right - 1, 0, Light3D);
-        vLine(canvas, 0, 0, bottom - 1, Light3D);
-        hLine(canvas, 1, right - 2, 1, ButtonHighlight);
-        vLine(canvas, 1, 1, bottom - 2, ButtonHighlight);
-        vLine(canvas, right - 1, 1, bottom - 1, ButtonShadow);
-        hLine(canvas, 1, right - 1, bottom - 1, ButtonShadow);
-        break;
-    default: // lsbtnFlat: the outline alone
-        break;
-    }
+    // there and must not draw a dark edge between them.
+    edge(-1, 0, Outline);
+    // Pressed, the edge sits one pixel down and right of the raised one, so the face and the
+    // glyph seem to move in.
+    if (state == lsBtnDown)
+        edge(0, 1, PressedEdge);
+    else if (state == lsBtnUp || state == lsBtnDisabled)
+        edge(0, 0, RaisedEdge);
     return true;
 }
 

@@ -1,12 +1,10 @@
-// lsEdit: life cycle, object model, persistence, opening an edit, button drawing.
-// Keys, focus, commits and the drop-down list are in lsEditInput.cpp.
-
 #include "lsEdit.h"
-
-#include "PropertyNotify.h"
 
 #include "ButtonSurface.h"
 #include "EditButtonPainter.h"
+#include "EditDropDown.h"
+#include "EditProperties.h"
+#include "EditSession.h"
 #include "EditTextBox.h"
 #include "EntryGuard.h"
 #include "SystemColors.h"
@@ -14,14 +12,13 @@
 #include "VariantNumber.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QListWidget>
-#include <QScopeGuard>
 
 namespace {
 
-constexpr OleColor kDefaultBackColor = 0x8000000F; // button face
-constexpr OleColor kDefaultForeColor = 0x80000012; // button text
-constexpr OleColor kButtonFace = 0x8000000F;
+constexpr qint16 kLeftButton = 1;
+constexpr qint16 kEnter = 13;
 
 } // namespace
 
@@ -37,18 +34,16 @@ lsEdit::lsEdit(QWidget *parent, HostContainer *host)
     m_list = new QListWidget(this);
     m_select = new ButtonSurface(this);
     m_down = new ButtonSurface(this);
+    m_dropDown = std::make_unique<EditDropDown>(*this, *m_text, *m_list, *m_down, m_listIndex);
+    m_session = std::make_unique<EditSession>(*this, *m_text, *m_dropDown, *m_select, *m_down,
+                                              m_value, m_open);
     m_list->setFrameShape(QFrame::NoFrame);
     for (QWidget *child : {static_cast<QWidget *>(m_text), static_cast<QWidget *>(m_list),
                            static_cast<QWidget *>(m_select), static_cast<QWidget *>(m_down)})
         child->hide();
     setAutoFillBackground(true);
-    // A new control is already what InitProperties makes of it, without the close.
-    m_value = QString();
-    m_mode = QVariant::fromValue<qint32>(lsEditTextBox);
-    m_font = m_host->AmbientFont();
-    applyFrame();
-    applyColours();
-    hide();
+    // Nobody listens yet, so the close this includes raises OnClose to no one.
+    EditProperties::setUp(*this);
     connectInput();
 }
 
@@ -62,73 +57,15 @@ lsEdit::~lsEdit() {
 // --- Life cycle ---------------------------------------------------------------------------------
 
 void lsEdit::InitProperties() {
-    m_value = QString();
-    m_font = m_host->AmbientFont();
-    m_mode = QVariant::fromValue<qint32>(lsEditTextBox);
-    CloseEditor();
-    m_listIndex = 0;
+    EditProperties::reset(*this);
 }
 
 void lsEdit::ReadProperties(const PropertyBag &bag) {
-    // Read and checked in full before anything changes: a bad file leaves the control as it was.
-    const auto i16 = [&](const char *key, qint16 def) {
-        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<qint16>(def))
-            .value<qint16>();
-    };
-    const auto u32 = [&](const char *key, quint32 def) {
-        return bag.ReadProperty(QLatin1String(key), QVariant::fromValue<quint32>(def))
-            .value<quint32>();
-    };
-    const qint16 borderStyle = i16("BorderStyle", 0);
-    const qint16 appearance = i16("Appearance", 1);
-    const quint32 backColor = u32("BackColor", kDefaultBackColor);
-    const quint32 foreColor = u32("ForeColor", kDefaultForeColor);
-    const QVariant font =
-        bag.ReadProperty(QStringLiteral("Font"), stdFontToVariant(m_host->AmbientFont()));
-    StdFontPtr stdFont;
-    try {
-        stdFont = stdFontFromVariant(font.toMap());
-    } catch (const TreeListError &e) {
-        throw bag.errorAt(QStringLiteral("Font"), e);
-    }
-    const qint32 mode =
-        bag.ReadProperty(QStringLiteral("Mode"), QVariant::fromValue<qint32>(0)).value<qint32>();
-    const bool enabled = bag.ReadProperty(QStringLiteral("Enabled"), true).toBool();
-    const QString value = bag.ReadProperty(QStringLiteral("Value"), QString()).toString();
-    const qint16 listIndex = i16("ListIndex", 0);
-    const qint16 scaleMode = i16("ScaleMode", 1);
-
-    m_borderStyle = borderStyle;
-    m_appearance = appearance;
-    applyFrame();
-    m_backColor = backColor;
-    m_foreColor = foreColor;
-    applyColours();
-    m_font = stdFont;
-    m_mode = QVariant::fromValue<qint32>(mode);
-    QWidget::setEnabled(enabled);
-    m_value = value;
-    // The list is empty when a control loads: only the cached index is restored.
-    CloseEditor();
-    m_listIndex = listIndex;
-    m_scaleMode = scaleMode;
+    EditProperties::read(*this, bag);
 }
 
 void lsEdit::WriteProperties(PropertyBag &bag) const {
-    const auto i16 = [](qint16 v) { return QVariant::fromValue<qint16>(v); };
-    const auto u32 = [](quint32 v) { return QVariant::fromValue<quint32>(v); };
-    bag.WriteProperty("BorderStyle", i16(m_borderStyle), i16(0));
-    bag.WriteProperty("Appearance", i16(m_appearance), i16(1));
-    bag.WriteProperty("BackColor", u32(m_backColor), u32(kDefaultBackColor));
-    bag.WriteProperty("ForeColor", u32(m_foreColor), u32(kDefaultForeColor));
-    bag.WriteProperty("Font", stdFontToVariant(m_font), stdFontToVariant(m_host->AmbientFont()));
-    bag.WriteProperty("Enabled", isEnabled(), true);
-    bag.WriteProperty("Mode", QVariant::fromValue<qint32>(toLong(m_mode)),
-                      QVariant::fromValue<qint32>(0));
-    bag.WriteProperty("Value", m_value.toString(), QString());
-    // The cached index is what is saved; reading the list would make a save change the control.
-    bag.WriteProperty("ListIndex", i16(toInt16(m_listIndex)), i16(0));
-    bag.WriteProperty("ScaleMode", i16(m_scaleMode), i16(1));
+    EditProperties::write(*this, bag);
 }
 
 // --- Object model -------------------------------------------------------------------------------
@@ -137,15 +74,8 @@ void lsEdit::guarded(const char *entry, const std::function<void()> &call) {
     m_guard->run(entry, call);
 }
 
-void lsEdit::notify(const QString &key) {
-    emit PropertyChanged(key);
-    emitPropertyNotify(*this, key);
-}
-
 void lsEdit::setBorderStyle(qint16 value) {
-    m_borderStyle = value;
-    applyFrame();
-    notify("BorderStyle");
+    EditProperties::set(*this, EditProperties::BorderStyle, QVariant::fromValue(value));
 }
 
 qint32 lsEdit::AddItem(const QVariant &Item, const QVariant &Index) {
@@ -162,14 +92,11 @@ qint32 lsEdit::AddItem(const QVariant &Item, const QVariant &Index) {
 }
 
 void lsEdit::setAppearance(qint16 value) {
-    m_appearance = value;
-    applyFrame();
-    notify("Appearance");
+    EditProperties::set(*this, EditProperties::Appearance, QVariant::fromValue(value));
 }
 
 void lsEdit::setValue(const QVariant &value) {
-    m_value = value;
-    notify("Value");
+    EditProperties::set(*this, EditProperties::Value, value);
 }
 
 void lsEdit::Clear() {
@@ -178,27 +105,21 @@ void lsEdit::Clear() {
 }
 
 void lsEdit::setBackColor(OleColor value) {
-    m_backColor = value;
-    applyColours();
-    notify("BackColor");
+    EditProperties::set(*this, EditProperties::BackColor, QVariant::fromValue(value));
 }
 
 void lsEdit::setForeColor(OleColor value) {
-    m_foreColor = value;
-    applyColours();
-    notify("ForeColor");
+    EditProperties::set(*this, EditProperties::ForeColor, QVariant::fromValue(value));
 }
 
 void lsEdit::setFont(const StdFontPtr &font) {
     if (!font)
         throw TreeListError(TreeListError::InvalidArgument);
-    m_font = font;
-    notify("Font");
+    EditProperties::set(*this, EditProperties::Font, QVariant::fromValue(font));
 }
 
 void lsEdit::setMode(const QVariant &value) {
-    m_mode = value;
-    notify("Mode");
+    EditProperties::set(*this, EditProperties::Mode, value);
 }
 
 qint32 lsEdit::ListIndex() {
@@ -207,28 +128,32 @@ qint32 lsEdit::ListIndex() {
 }
 
 void lsEdit::setListIndex(qint32 value) {
+    // The cache takes the value even when the list cannot (an index beyond 16 bits raises).
     m_listIndex = value;
-    // The control moves the selection itself: that is no choice to commit. The flag is cleared
-    // even when the index does not fit, or no list commit would ever run again.
-    m_suppressListCommit = true;
-    const auto clear = qScopeGuard([&] { m_suppressListCommit = false; });
-    m_list->setCurrentRow(toInt16(value));
-    notify("ListIndex");
+    m_dropDown->selectRow(value);
+    EditProperties::notify(*this, EditProperties::ListIndex);
 }
 
 void lsEdit::setEnabled(bool value) {
-    QWidget::setEnabled(value);
-    notify("Enabled");
+    EditProperties::set(*this, EditProperties::Enabled, value);
 }
 
 void lsEdit::setScaleMode(qint16 value) {
-    m_scaleMode = value;
-    notify("ScaleMode");
+    EditProperties::set(*this, EditProperties::ScaleMode, QVariant::fromValue(value));
+}
+
+QVariant lsEdit::Edit(const qint32 &Mode) {
+    if (Mode != -1)
+        setMode(QVariant::fromValue<qint32>(Mode));
+    bool cancel = false;
+    emit BeforeEdit(cancel);
+    if (!cancel)
+        m_session->open();
+    return QVariant();
 }
 
 QVariant lsEdit::AbortEdit() {
-    m_aborted = true;
-    CloseEditor();
+    m_session->abort();
     return QVariant();
 }
 
@@ -251,13 +176,6 @@ QWidget *lsEdit::btnDown() const {
     return m_down;
 }
 
-qint32 lsEdit::modeNumber() const {
-    const std::optional<double> mode = numberIn(m_mode);
-    if (mode && (*mode == 0 || *mode == 1 || *mode == 2))
-        return qint32(*mode);
-    return -1;
-}
-
 void lsEdit::applyFrame() {
     if (m_borderStyle == 0)
         setFrameStyle(QFrame::NoFrame);
@@ -274,73 +192,14 @@ void lsEdit::applyColours() {
     setPalette(pal);
 }
 
-// --- Opening an edit ----------------------------------------------------------------------------
-
-QVariant lsEdit::Edit(const qint32 &Mode) {
-    if (Mode != -1)
-        setMode(QVariant::fromValue<qint32>(Mode));
-    bool cancel = false;
-    emit BeforeEdit(cancel);
-    if (cancel)
-        return QVariant();
-    m_changed = false;
-    m_aborted = false;
-    m_list->hide();
-    m_text->hide();
-    m_down->hide();
-    m_select->hide();
-
-    // Children are sized and coloured first, then filled, then shown, then focused.
-    const qint32 mode = modeNumber();
-    if (mode < 0)
-        return QVariant();
-    QPalette pal = m_text->palette();
-    pal.setColor(QPalette::Base, QColor::fromRgb(oleTranslateColor(m_backColor)));
-    pal.setColor(QPalette::Text, QColor::fromRgb(oleTranslateColor(m_foreColor)));
-    m_text->setPalette(pal);
-    m_text->setFont(m_font->qfont());
-    m_text->setFrame(false);
-    const QRect inner = contentsRect();
-    if (mode == lsEditTextBox) {
-        m_text->setGeometry(inner);
-        m_text->setText(m_value.toString());
-        m_text->show();
-    } else {
-        ButtonSurface *button = mode == lsEditComboBox ? m_down : m_select;
-        if (mode == lsEditComboBox) {
-            m_savedTop = y();
-            m_savedLeft = x();
-            m_savedHeight = height();
-            m_savedWidth = width();
-        }
-        const qint32 side = inner.height();
-        button->setGeometry(inner.x() + inner.width() - side, inner.y(), side, side);
-        m_text->setGeometry(inner.x(), inner.y(), inner.width() - side, inner.height());
-        m_text->setText(m_value.toString());
-        if (mode == lsEditComboBox)
-            SelectValueInList();
-        m_text->show();
-        if (mode == lsEditComboBox)
-            DrawDownButton(lsBtnUp);
-        else
-            DrawSelectButton(lsBtnUp);
-        button->show();
-    }
-    m_open = true;
-    show();
-    raise();
-    m_text->setFocus();
-    return QVariant();
-}
-
 // --- Buttons ------------------------------------------------------------------------------------
 
 bool lsEdit::DrawSelectButton(qint16 State) {
     m_selectState = State;
     // The picture first: taking it settles where the button lies on it.
     QImage &picture = m_select->image();
-    const bool drawn = EditButtonPainter::DrawSelectButton(picture, State, kButtonFace, m_foreColor,
-                                                           m_select->buttonBox());
+    const bool drawn = EditButtonPainter::DrawSelectButton(picture, State, SysButtonFace,
+                                                           m_foreColor, m_select->buttonBox());
     m_select->update();
     return drawn;
 }
@@ -348,8 +207,74 @@ bool lsEdit::DrawSelectButton(qint16 State) {
 bool lsEdit::DrawDownButton(qint16 State) {
     m_downState = State;
     QImage &picture = m_down->image();
-    const bool drawn = EditButtonPainter::DrawDownButton(picture, State, kButtonFace, m_foreColor,
+    const bool drawn = EditButtonPainter::DrawDownButton(picture, State, SysButtonFace, m_foreColor,
                                                          m_down->buttonBox());
     m_down->update();
     return drawn;
+}
+
+// --- Input --------------------------------------------------------------------------------------
+
+void lsEdit::connectInput() {
+    const auto comboMode = [this] { return EditSession::modeOf(m_mode) == lsEditComboBox; };
+    connect(m_text, &EditTextBox::keyDown, this, [this, comboMode](qint16 code, qint16) {
+        guarded("text box key down", [&] {
+            // Only the combo box reads keys here: they open its list.
+            if (comboMode())
+                m_dropDown->textKeyDown(code);
+        });
+    });
+    connect(m_text, &EditTextBox::keyPress, this, [this](qint16 &ascii) {
+        guarded("text box key press", [&] { m_session->keyPress(ascii); });
+    });
+    connect(m_text, &EditTextBox::gotFocus, this,
+            [this] { guarded("text box focus", [&] { m_session->textGotFocus(); }); });
+    connect(m_text, &QLineEdit::textChanged, this, [this, comboMode] {
+        guarded("text change", [&] {
+            if (comboMode())
+                m_dropDown->matchPrefix();
+        });
+    });
+    for (ButtonSurface *button : {m_select, m_down})
+        connect(button, &ButtonSurface::keyPress, this, [this](qint16 &ascii) {
+            guarded("button key", [&] { m_session->keyPress(ascii); });
+        });
+    connect(m_select, &ButtonSurface::exposureChanged, this,
+            [this] { guarded("ellipsis exposure", [&] { DrawSelectButton(m_selectState); }); });
+    connect(m_down, &ButtonSurface::exposureChanged, this,
+            [this] { guarded("arrow exposure", [&] { DrawDownButton(m_downState); }); });
+    connect(m_down, &ButtonSurface::pressed, this,
+            [this, comboMode](qint16 button, qint16, float, float) {
+                guarded("arrow press", [&] { m_dropDown->arrowPressed(button, comboMode()); });
+            });
+    connect(m_down, &ButtonSurface::released, this,
+            [this] { guarded("arrow release", [&] { DrawDownButton(lsBtnUp); }); });
+    connect(m_select, &ButtonSurface::pressed, this, [this](qint16 button, qint16, float, float) {
+        guarded("ellipsis press", [&] {
+            if (button == kLeftButton)
+                DrawSelectButton(lsBtnDown);
+        });
+    });
+    // Any button let go over the ellipsis acts as Enter: the release is not filtered.
+    connect(m_select, &ButtonSurface::released, this, [this] {
+        guarded("ellipsis release", [&] {
+            DrawSelectButton(lsBtnUp);
+            qint16 enter = kEnter;
+            m_session->keyPress(enter);
+        });
+    });
+    m_dropDown->listenToList(
+        [this](qint16 &ascii) { guarded("list key", [&] { m_session->keyPress(ascii); }); },
+        [this] { guarded("list release", [&] { m_session->listReleased(); }); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        guarded("focus change", [&] { m_session->focusChanged(now); });
+    });
+}
+
+void lsEdit::keyPressEvent(QKeyEvent *event) {
+    event->accept();
+}
+
+void lsEdit::keyReleaseEvent(QKeyEvent *event) {
+    event->accept();
 }

@@ -4,9 +4,6 @@
 // to the host. It is closed (hidden) until `Edit` opens it and closes again on Enter, Escape,
 // `AbortEdit` or when the focus leaves it; a commit runs validate, announce, store through the
 // events `EditValidate` and `AfterEdit`.
-//
-// Sections of this header: life cycle; object model; children and buttons; signals; private
-// handlers (keys, focus, commits, drop-down list) and state.
 
 #include "HostContainer.h"
 #include "PropertyBag.h"
@@ -21,6 +18,9 @@
 #include <memory>
 
 class ButtonSurface;
+class EditDropDown;
+class EditProperties;
+class EditSession;
 class EditTextBox;
 class EntryGuard;
 class QKeyEvent;
@@ -171,37 +171,14 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
+    // The property table reads and writes the fields below.
+    friend class EditProperties;
+
     void guarded(const char *entry, const std::function<void()> &call);
-    void notify(const QString &key);
     void applyFrame();
     void applyColours();
-    // The current mode as 0, 1 or 2, or -1 for any other value.
-    qint32 modeNumber() const;
-
-    // Keys and focus (lsEditInput.cpp)
+    // Routes the children's input to the edit session and the drop-down list.
     void connectInput();
-    void onTextKeyDown(qint16 keyCode);
-    void onKeyPress(qint16 &keyAscii);
-    void onTextGotFocus();
-    void onTextChanged();
-    void onFocusChanged(QWidget *old, QWidget *now);
-    bool contains(const QWidget *widget) const;
-    void exitFocus();
-    void CloseEditor();
-
-    // Commits
-    void CommitText();
-    void CommitListChoice();
-    void CommitButton();
-    // Validate, announce, store: the text box's text becomes Value unless the host vetoes.
-    bool validateAnnounceStore();
-
-    // Drop-down list
-    qint32 SelectValueInList();
-    bool MatchListPrefix();
-    void onDownPressed(qint16 button);
-    void OpenDropDown();
-    void onListReleased();
 
     HostContainer *m_host;
     std::unique_ptr<HostContainer> m_ownHost;
@@ -210,27 +187,21 @@ private:
     QListWidget *m_list;
     ButtonSurface *m_select;
     ButtonSurface *m_down;
+    std::unique_ptr<EditDropDown> m_dropDown;
+    std::unique_ptr<EditSession> m_session;
     // The state each button was last drawn in, to draw it again when more of it shows.
     qint16 m_selectState = lsBtnUp;
     qint16 m_downState = lsBtnUp;
 
-    qint16 m_borderStyle = 0;
-    qint16 m_appearance = 1;
-    OleColor m_backColor = 0x8000000F;
-    OleColor m_foreColor = 0x80000012;
+    // The properties' fields; the property table gives them their defaults.
+    qint16 m_borderStyle{};
+    qint16 m_appearance{};
+    OleColor m_backColor{};
+    OleColor m_foreColor{};
     StdFontPtr m_font;
-    qint16 m_scaleMode = 1;
+    qint16 m_scaleMode{};
     QVariant m_mode;
     QVariant m_value;
-    qint32 m_listIndex = 0;
-    bool m_changed = false;
-    bool m_aborted = false;
-    bool m_suppressListCommit = false;
-    bool m_open = false;
-    bool m_focusInside = false;
-    // Where the control stood when a combo-box edit opened: the list grows it and it shrinks back.
-    qint32 m_savedTop = 0;
-    qint32 m_savedLeft = 0;
-    qint32 m_savedHeight = 0;
-    qint32 m_savedWidth = 0;
+    qint32 m_listIndex{};
+    bool m_open{};
 };

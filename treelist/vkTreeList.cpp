@@ -12,6 +12,7 @@
 
 #include "PropertyNotify.h"
 
+#include "Bevel.h"
 #include "BuiltinPictures.h"
 #include "EntryGuard.h"
 #include "KeyCodes.h"
@@ -340,21 +341,17 @@ void vkTreeList::paintEvent(QPaintEvent *) {
 }
 
 void vkTreeList::paintBorder() {
-    // A sunken two-pixel border, drawn the way the surface draws its Raised3D cells, inverted.
+    // The classic sunken client edge: the control looks set into its form.
+    static constexpr BevelRing SunkenBorder[] = {{SysButtonShadow, SysButtonHighlight},
+                                                 {Sys3DDarkShadow, Sys3DLight}};
     QPainter p(this);
     const QRect r = rect().adjusted(0, 0, -1, -1);
-    const auto line = [&](OleColor c, int x1, int y1, int x2, int y2) {
-        p.setPen(QColor::fromRgb(oleTranslateColor(c)));
-        p.drawLine(x1, y1, x2, y2);
-    };
-    line(0x80000010, r.left(), r.top(), r.right() - 1, r.top());
-    line(0x80000010, r.left(), r.top(), r.left(), r.bottom() - 1);
-    line(0x80000015, r.left() + 1, r.top() + 1, r.right() - 2, r.top() + 1);
-    line(0x80000015, r.left() + 1, r.top() + 1, r.left() + 1, r.bottom() - 2);
-    line(0x80000014, r.left(), r.bottom(), r.right(), r.bottom());
-    line(0x80000014, r.right(), r.top(), r.right(), r.bottom());
-    line(0x80000016, r.left() + 1, r.bottom() - 1, r.right() - 1, r.bottom() - 1);
-    line(0x80000016, r.right() - 1, r.top() + 1, r.right() - 1, r.bottom() - 1);
+    // Lines with a cosmetic pen stay one device pixel wide on a scaled screen, as edges should.
+    drawBevelRuns(r.left(), r.top(), r.right(), r.bottom(), SunkenBorder,
+                  [&](const QRect &run, OleColor color) {
+                      p.setPen(QColor::fromRgb(oleTranslateColor(color)));
+                      p.drawLine(run.topLeft(), run.bottomRight());
+                  });
 }
 
 void vkTreeList::resizeEvent(QResizeEvent *event) {

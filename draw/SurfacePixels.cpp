@@ -1,0 +1,143 @@
+#include "SurfacePixels.h"
+
+#include "TextCache.h"
+
+#include <QPainter>
+#include <algorithm>
+
+namespace {
+
+// Text further than this from the raster cannot reach it and is not handed to the painter,
+// whose coordinates are plain ints.
+constexpr qint64 TextReach = qint64(1) << 30;
+
+} // namespace
+
+namespace SurfacePixels {
+
+void solidLine(RasterSurface &surface, qint64 x1, qint64 y1, qint64 x2, qint64 y2, QRgb rgb) {
+    x1 += surface.originX();
+    x2 += surface.originX();
+    // Steps along the major axis from the start, excluding the end point; the minor coordinate
+    // is rounded to nearest with ties kept back (classic Bresenham). Only the steps whose major
+    // coordinate is on the raster are visited, so far-off endpoints cost nothing.
+    const qint64 dx = x2 - x1;
+    const qint64 dy = y2 - y1;
+    const bool xMajor = std::abs(dx) >= std::abs(dy);
+    const qint64 steps = xMajor ? std::abs(dx) : std::abs(dy);
+    if (steps == 0)
+        return;
+    const qint64 minorRun = xMajor ? std::abs(dy) : std::abs(dx);
+    const qint64 majorStart = xMajor ? x1 : y1;
+    const qint64 minorStart = xMajor ? y1 : x1;
+    const qint64 majorDir = (xMajor ? dx : dy) > 0 ? 1 : -1;
+    const qint64 minorDir = (xMajor ? dy : dx) >= 0 ? 1 : -1;
+    // Steps i with majorStart + majorDir * i inside [lo, hi): the raster, and the clip when the
+    // major axis is vertical.
+    const QImage &image = surface.image();
+    const RasterSurface::Span rows = surface.rows(0, image.height());
+    const qint64 lo = xMajor ? 0 : rows.lo;
+    const qint64 hi = xMajor ? image.width() : rows.hi;
+    qint64 first = majorDir > 0 ? lo - majorStart : majorStart - (hi - 1);
+    qint64 last = majorDir > 0 ? hi - 1 - majorStart : majorStart - lo;
+    first = std::max<qint64>(first, 0);
+    last = std::min(last, steps - 1);
+    for (qint64 i = first; i <= last; ++i) {
+        const auto num =
+            static_cast<unsigned __int128>(2 * i) * static_cast<unsigned __int128>(minorRun) +
+            static_cast<unsigned __int128>(steps - 1);
+        const auto offset = static_cast<qint64>(num / (2 * static_cast<unsigned __int128>(steps)));
+        const qint64 major = majorStart + majorDir * i;
+        const qint64 minor = minorStart + minorDir * offset;
+        if (xMajor)
+            surface.setPixel(major, minor, rgb);
+        else
+            surface.setPixel(minor, major, rgb);
+    }
+}
+
+void dottedLine(RasterSurface &surface, qint64 x1, qint64 y1, qint64 x2, qint64 y2, QRgb rgb,
+                QRgb back) {
+    x1 += surface.originX();
+    x2 += surface.originX();
+    const QImage &image = surface.image();
+    if (x1 == x2) {
+        // Pixels before the raster are skipped two at a time so the pattern's phase is kept.
+        qint64 y = std::min(y1, y2);
+        const qint64 last = std::min<qint64>(std::max(y1, y2), image.height());
+        if (y < -1)
+            y += ((-1 - y) / 2) * 2;
+        for (; y <= last; y += 2) {
+            surface.setPixel(x1, y, rgb);
+            surface.setPixel(x1, y + 1, back);
+        }
+    } else if (y1 == y2) {
+        qint64 x = std::min(x1, x2);
+        const qint64 last = std::min<qint64>(std::max(x1, x2), image.width());
+        if (x < 0)
+            x += (-x / 2) * 2;
+        for (; x <= last; x += 2)
+            surface.setPixel(x, y1, rgb);
+    }
+}
+
+void invert(RasterSurface &surface, qint64 left, qint64 top, qint64 right, qint64 bottom) {
+    const RasterSurface::Span cols = surface.columns(left, right);
+    const RasterSurface::Span rows = surface.rows(top, bottom);
+    if (cols.empty() || rows.empty())
+        return;
+    QImage &image = surface.image();
+    for (qint64 y = rows.lo; y < rows.hi; ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(static_cast<int>(y)));
+        for (qint64 x = cols.lo; x < cols.hi; ++x)
+            line[x] ^= 0x00FFFFFFu;
+    }
+}
+
+void focusFrame(RasterSurface &surface, qint64 left, qint64 top, qint64 right, qint64 bottom) {
+    if (right <= left || bottom <= top)
+        return;
+    const auto dot = [&](qint64 x, qint64 y) {
+        if (((x + y) & 1) == 0)
+            surface.invertPixel(x, y);
+    };
+    const qint64 firstX = left + surface.originX();
+    const qint64 lastX = right - 1 + surface.originX();
+    const qint64 lastY = bottom - 1;
+    const QImage &image = surface.image();
+    const qint64 colsLo = std::max<qint64>(firstX, 0);
+    const qint64 colsHi = std::min<qint64>(lastX + 1, image.width());
+    for (qint64 x = colsLo; x < colsHi; ++x) {
+        dot(x, top);
+        if (lastY > top)
+            dot(x, lastY);
+    }
+    const qint64 rowsLo = std::max<qint64>(top + 1, 0);
+    const qint64 rowsHi = std::min<qint64>(lastY, image.height());
+    for (qint64 y = rowsLo; y < rowsHi; ++y) {
+        dot(firstX, y);
+        if (lastX > firstX)
+            dot(lastX, y);
+    }
+}
+
+void textBox(RasterSurface &surface, qint64 x, qint64 y, qint64 left, qint64 top, qint64 right,
+             qint64 bottom, const QString &text, const QFont &font, QRgb rgb, QRgb back) {
+    x += surface.originX();
+    const RasterSurface::Span cols = surface.columns(left, right);
+    const RasterSurface::Span rows = surface.rows(top, bottom);
+    if (cols.empty() || rows.empty())
+        return;
+    const QRect box(static_cast<int>(cols.lo), static_cast<int>(rows.lo),
+                    static_cast<int>(cols.hi - cols.lo), static_cast<int>(rows.hi - rows.lo));
+    QPainter p(&surface.image());
+    p.fillRect(box, QColor(back));
+    if (text.isEmpty() || x < -TextReach || x > TextReach || y < -TextReach || y > TextReach)
+        return;
+    p.setClipRect(box);
+    p.setPen(QColor(rgb));
+    TextCache &texts = TextCache::instance();
+    texts.draw(p, static_cast<int>(x), static_cast<int>(y) + texts.ascent(font), font, text);
+}
+
+} // namespace SurfacePixels
