@@ -57,8 +57,8 @@ public:
     // Loads the ten persisted properties; a value of the wrong type raises type mismatch and
     // changes nothing. The editor is closed between "Value" and "ListIndex", as at set-up.
     void ReadProperties(const PropertyBag &bag);
-    // Saves the ten persisted properties (a value equal to its default is not stored). A Mode
-    // that is not a number cannot be stored in 32 bits and raises type mismatch.
+    // Saves the ten persisted properties (a value equal to its default is not stored). A value
+    // that cannot be stored (a Mode that is not a number) raises before anything is written.
     void WriteProperties(PropertyBag &bag) const;
 
     // --- Object model -------------------------------------------------------------------------

@@ -4,7 +4,6 @@
 #include "lsEdit.h"
 #include "vkTreeList.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QPluginLoader>
 #include <QUiLoader>
@@ -39,21 +38,6 @@ TEST(DesignerPluginTest, FormLoadedAtRunTimeHasItsProperties) {
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->Mode(), 1);
 
-    // A picture of the form with a few rows, for the documentation.
-    list->setHeaderCell(lslcData, 1, 1, QStringLiteral("Name"));
-    list->setHeaderCell(lslcData, 1, 2, QStringLiteral("Office"));
-    list->setHeaderCell(lslcData, 1, 3, QStringLiteral("Ext."));
-    list->AddItem(emptyText(), lsNext, QStringLiteral("a"), QStringLiteral("Ada Okafor"));
-    list->AddItem(QStringLiteral("a"), lsChild, QStringLiteral("b"), QStringLiteral("Bruno Silva"));
-    list->AddItem(QStringLiteral("b"), lsNext, QStringLiteral("c"), QStringLiteral("Chiara Novak"));
-    for (qint32 row = 1; row <= 3; ++row) {
-        list->setListCell(lslcData, row, 2, QStringList{"Lisbon", "Leeds", "Osaka"}[row - 1]);
-        list->setListCell(lslcData, row, 3, QString::number(2000 + 7 * row));
-    }
-    list->Expand(QStringLiteral("a"));
-    form->show();
-    QApplication::processEvents();
-    EXPECT_TRUE(form->grab().save(QStringLiteral(VKTL_ARTIFACT_DIR "/contacts-form.png")));
 }
 
 TEST(DesignerPluginTest, OffersBothControlsDesignModeInDesignerRunModeElsewhere) {
