@@ -53,7 +53,7 @@ public:
     // Top of the node picture.
     qint32 PicY() const { return m_PicY; }
     void setPicY(qint32 v) { m_PicY = v; }
-    // Left of the node picture (the lower-case p is the published name).
+    // Left of the node picture (spelled with a lower-case p: hosts use that name).
     qint32 picX() const { return m_picX; }
     void setPicX(qint32 v) { m_picX = v; }
     // Top of the text.

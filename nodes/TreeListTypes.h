@@ -73,7 +73,8 @@ enum class Appearances : qint32 {
 Q_ENUM_NS(Appearances)
 
 // Caption placement in a rectangle: value mod 3 is horizontal (centre, left, right), value div 3
-// vertical (centre, top, bottom). `caBottomright` keeps its published lower-case r.
+// vertical (centre, top, bottom). `caBottomright` is spelled with a lower-case r: hosts use that
+// name.
 enum CaptionAlignments : qint32 {
     caCenterCenter = 0,
     caCenterLeft = 1,

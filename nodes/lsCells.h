@@ -4,7 +4,7 @@
 //
 // The cells live in slots inside the collection (the first few in the object itself, later ones
 // in chunks), so a row's cells cost one allocation. A cell handed out is a shared pointer that
-// keeps the whole collection alive, so a host's cell outlives its row as before. Such a cell
+// keeps the whole collection alive, so a cell a host holds outlives its row. Such a cell
 // never moves: a removed cell keeps its slot while a pointer may reach it or a later cell, and
 // otherwise the later cells move up. The pointers to one cell share one anchor, so the collection
 // knows which cells are still held (the row's own links also own the row, so its owner count
