@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr qint16 kLeftButton = 1;
 constexpr qint32 kMostRows = 8;
 
 // Keys on the list: characters go the text box's way (Enter closes and so commits, Escape

@@ -3,6 +3,7 @@
 #include "ButtonSurface.h"
 #include "EditDropDown.h"
 #include "EditTextBox.h"
+#include "KeyCodes.h"
 #include "SystemColors.h"
 #include "VariantNumber.h"
 #include "lsEdit.h"
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr qint16 kEnter = 13;
 constexpr qint16 kEscape = 27;
 
 } // namespace

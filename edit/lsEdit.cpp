@@ -7,6 +7,7 @@
 #include "EditSession.h"
 #include "EditTextBox.h"
 #include "EntryGuard.h"
+#include "KeyCodes.h"
 #include "SystemColors.h"
 #include "TreeListError.h"
 #include "VariantNumber.h"
@@ -14,13 +15,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QListWidget>
-
-namespace {
-
-constexpr qint16 kLeftButton = 1;
-constexpr qint16 kEnter = 13;
-
-} // namespace
 
 lsEdit::lsEdit(QWidget *parent, HostContainer *host)
     : QFrame(parent), m_host(host),

@@ -13,6 +13,9 @@
 VKTL_EXPORT qint16 virtualKeyCode(int qtKey);
 // Mouse buttons as a mask: left 1, right 2, middle 4.
 qint16 buttonMask(Qt::MouseButtons buttons);
+inline constexpr qint16 kLeftButton = 1;
+// The key code of Enter, which commits an edit and opens a row.
+inline constexpr qint16 kEnter = 13;
 // Modifier keys as a mask: Shift 1, Ctrl 2, Alt 4.
 qint16 shiftMask(Qt::KeyboardModifiers modifiers);
 // The character a key press types (its first text character; Enter 13, Escape 27, Backspace 8

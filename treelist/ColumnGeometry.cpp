@@ -3,6 +3,7 @@
 #include "vkTreeList.h"
 
 #include "FrameKeeper.h"
+#include "KeyCodes.h"
 #include "PictureBox.h"
 #include "TreeListViewport.h"
 
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr qint16 kLeftButton = 1;
 constexpr qint16 kBorderPointer = 99;
 constexpr qint16 kBusyPointer = 13;
 constexpr qint16 kDefaultPointer = 0;

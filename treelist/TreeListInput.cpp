@@ -18,12 +18,6 @@
 #include <QWheelEvent>
 #include <cmath>
 
-namespace {
-
-constexpr qint16 kLeftButton = 1;
-
-} // namespace
-
 lsNodePtr TreeListInput::rowOnLine(qint32 line) {
     // The data lines show the Visible rows from the first displayed one on, one per line, as the
     // frame painted them; a line below the last of them shows none.

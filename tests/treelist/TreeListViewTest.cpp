@@ -3,6 +3,7 @@
 #include "TreeListFixture.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
