@@ -242,6 +242,13 @@ void TreeListViewport::ensureVisible(const QVariant &IndexKey) {
     return;
 }
 
+void TreeListViewport::bringIntoView(const lsNodePtr &row) {
+    if (!row->Displayed() && row->Index() < m_firstDisplayedRow && !t.m_scrY->isHidden())
+        t.m_scrY->setValue(toInt16(displayPosition(row->Index())));
+    else
+        ensureVisible(row->Index());
+}
+
 void TreeListViewport::scrollIntoView(qint32 rowIndex) {
     // The bars must know about the new row before the view can move to it.
     lineCapacity();

@@ -2,6 +2,8 @@
 // The control's view onto its rows: how many lines fit, which row is shown first, how far the
 // rows are scrolled sideways, and the scroll bars that show and move all of it.
 
+#include "lsNode.h"
+
 #include <QRect>
 #include <QtGlobal>
 #include <optional>
@@ -47,6 +49,9 @@ public:
     void scrollBy(bool upwards, qint32 amount);
     // Scrolls a row below the view in as the last line; never scrolls up.
     void ensureVisible(const QVariant &IndexKey);
+    // Scrolls a visible row onto a whole line: up to the first line from above the view, down to
+    // the last from below it.
+    void bringIntoView(const lsNodePtr &row);
     // Brings a row just added into view, the bars first told about it.
     void scrollIntoView(qint32 rowIndex);
 

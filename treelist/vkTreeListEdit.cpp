@@ -81,6 +81,9 @@ bool vkTreeList::Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode) {
     const lsCellPtr cell = m_rows->SelectedCell();
     if (!cell)
         throw TreeListError(TreeListError::InvalidArgument);
+    // A row scrolled out of the view has no place on screen but the one it was last seen at,
+    // which another row now shows: the view comes to the row first.
+    m_view->bringIntoView(m_rows->SelectedRow());
     if (Mode != -1)
         setEditMode(Mode);
     // Over the cell's text area, right of its indentation and pictures.

@@ -117,14 +117,22 @@ TEST_F(TreeListEditTest, NoEditorOnARowNobodySeesAndTheTextWhereTheCellShowsIt) 
     events.clear();
     for (const qint32 named : {-1, child}) {
         list->Edit(named, 1);
-        EXPECT_FALSE(list->isEditing()) << named;
-        EXPECT_EQ(list->Row(), child) << named;
+        EXPECT_EQ(std::tuple(list->isEditing(), list->Row()), std::tuple(false, child)) << named;
     }
     EXPECT_TRUE(events.isEmpty());
     list->Expand("K2");
     list->Edit();
     EXPECT_EQ(events, QStringList({"BeforeEdit"}));
     list->AbortEdit();
+
+    // A row scrolled out of the view, above it or below, comes onto a line before its editor.
+    for (const qint32 row : {1, list->Rows()}) {
+        list->scrY()->setValue(row == 1 ? list->scrY()->maximum() : 1);
+        list->Edit(row, 1);
+        const lsCellPtr cell = list->Nodes(row)->Cells()->at(1);
+        EXPECT_TRUE(list->Nodes(row)->Displayed() && list->lseMisc()->y() == cell->Top()) << row;
+        list->AbortEdit();
+    }
 
     // The text stays where the cell shows it.
     const std::pair<qint32, Qt::Alignment> alignments[] = {{lsAlignLeftJustify, Qt::AlignLeft},

