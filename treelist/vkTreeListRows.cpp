@@ -72,10 +72,12 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const
     // row is brought into view from there.
     if (m_settings.autoSelectNew)
         m_rows->Selected(node->Index(), 0, false);
-    if (!m_frames->keepFrameAfterAdd(node))
+    const bool kept = m_frames->keepFrameAfterAdd(node);
+    if (!kept)
         Refresh(false);
+    // A kept frame has just had its bars told about the new row.
     if (m_settings.autoSelectNew)
-        m_view->scrollIntoView(node->Index());
+        kept ? m_view->ensureVisible(node->Index()) : m_view->scrollIntoView(node->Index());
     return result;
 }
 
