@@ -1,6 +1,8 @@
 #pragma once
-// Measuring helpers shared by the benchmarks: heap bytes in use and wall-clock milliseconds.
+// Helpers shared by the benchmarks: heap bytes in use, wall-clock milliseconds, the application.
 
+#include <QApplication>
+#include <QFont>
 #include <chrono>
 #include <cstddef>
 #include <malloc.h>
@@ -30,3 +32,19 @@ template <class Work> double timed(Work &&work) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
         .count();
 }
+
+// The application a benchmark runs in: a warm heap, the offscreen platform, and the control's
+// default font (DejaVu Sans 8 pt) for Qt's views too, so both sides draw the same text.
+class BenchApplication : public QApplication {
+public:
+    BenchApplication(int &argc, char **argv) : QApplication(prepared(argc), argv) {
+        QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 8));
+    }
+
+private:
+    static int &prepared(int &argc) {
+        keepHeapWarm();
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        return argc;
+    }
+};

@@ -88,10 +88,7 @@ double perCall(const std::function<void(int)> &call) {
 } // namespace
 
 int main(int argc, char **argv) {
-    keepHeapWarm();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 8));
+    BenchApplication app(argc, argv);
     auto ours = std::make_unique<Ours>();
     auto qt = std::make_unique<Widget>();
     vkTreeList &list = ours->list;

@@ -341,9 +341,7 @@ void printTable() {
 } // namespace
 
 int main(int argc, char **argv) {
-    keepHeapWarm();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
+    BenchApplication app(argc, argv);
     for (int rows : kSizes) {
         for (Shape shape : kShapes) {
             const std::string name = std::string(shapeName(shape)) + "/" + std::to_string(rows);

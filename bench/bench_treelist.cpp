@@ -638,11 +638,7 @@ void printTables() {
 } // namespace
 
 int main(int argc, char **argv) {
-    keepHeapWarm();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    // The Qt views draw in the control's default font, DejaVu Sans 8 pt.
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 8));
+    BenchApplication app(argc, argv);
     registerAll();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
