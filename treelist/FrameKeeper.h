@@ -7,6 +7,7 @@
 #include "lsNodes.h"
 
 #include <QFont>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
