@@ -3,6 +3,7 @@
 
 #include "FrameKeeper.h"
 
+#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "TreeListViewport.h"
@@ -19,25 +20,26 @@ std::unique_ptr<OffScreenDC> FrameKeeper::newSurface() {
     std::unique_ptr<OffScreenDC> dc =
         m_spareSurface ? std::move(m_spareSurface) : std::make_unique<OffScreenDC>();
     dc->setOriginX(0);
-    dc->Initialize(t.m_picOut->screenImage(), t.m_picOut->ScaleWidth(), t.m_picOut->ScaleHeight(),
-                   t.m_picOut->BackColor(), t.m_picOut->ForeColor(), t.m_picOut->Font());
+    dc->Initialize(t.d->picOut->screenImage(), t.d->picOut->ScaleWidth(),
+                   t.d->picOut->ScaleHeight(), t.d->picOut->BackColor(), t.d->picOut->ForeColor(),
+                   t.d->picOut->Font());
     return dc;
 }
 
 void FrameKeeper::RedrawFrame(bool keepIfUnchanged) {
-    if (!t.m_rows)
+    if (!t.d->rows)
         return;
     const float start = secondsSinceMidnight();
     if (!m_surface)
         m_surface = newSurface();
-    if (t.m_settings.autoRedraw) {
+    if (t.d->settings.autoRedraw) {
         if (!keepIfUnchanged) {
             // What a host reads of the view (Displayed, the cells' places, the bars, Scroll) is
             // decided now; the pixels are composed once, when Qt next paints the control or the
             // frame is asked for, so that repaints in a row cost one frame between them. A layout
             // of rows and settings that did not change since the last one would give the same
             // (while editing, the bars are left as they are: the layout is not the same).
-            if (t.m_editing || !m_laidOut || !(m_laidOut->first == frameInputs()) ||
+            if (t.d->editing || !m_laidOut || !(m_laidOut->first == frameInputs()) ||
                 m_laidOut->second != TreeEdits::count()) {
                 if (!scrollLaidOutRows()) {
                     std::vector<lsNodePtr> shown;
@@ -47,12 +49,12 @@ void FrameKeeper::RedrawFrame(bool keepIfUnchanged) {
             }
             m_frameInputs.reset();
             m_pixelsPending = true;
-            t.m_picOut->update();
+            t.d->picOut->update();
             storeRedrawTime(start);
             return;
         }
         if (m_pixelsPending ||
-            m_surface->HasChanged(t.m_picOut->ScaleWidth(), t.m_picOut->ScaleHeight()))
+            m_surface->HasChanged(t.d->picOut->ScaleWidth(), t.d->picOut->ScaleHeight()))
             composeFrame();
     }
     showSurface();
@@ -63,8 +65,8 @@ bool FrameKeeper::scrollLaidOutRows() {
     // Only the first row shown moved down, by fewer rows than are shown, since the last layout:
     // the rows that stay move up by as many lines, the rows that leave are no longer displayed
     // and only the rows that come in are placed, as a whole layout would leave them.
-    if (t.m_editing || !m_laidOut || m_laidOut->second != TreeEdits::count() ||
-        t.m_rows->Count() == 0)
+    if (t.d->editing || !m_laidOut || m_laidOut->second != TreeEdits::count() ||
+        t.d->rows->Count() == 0)
         return false;
     const FrameInputs now = frameInputs();
     FrameInputs before = m_laidOut->first;
@@ -72,10 +74,10 @@ bool FrameKeeper::scrollLaidOutRows() {
     before.firstRow = now.firstRow;
     // With every row fitting, a whole layout brings the view back to the first row.
     if (!(before == now) || now.firstRow <= beforeFirst ||
-        t.m_view->displayedRows() <= t.m_view->wholeLineCount())
+        t.d->view->displayedRows() <= t.d->view->wholeLineCount())
         return false;
     const auto firstRank = [&](qint32 first) {
-        return t.m_rows->VisibleRowsUpTo(std::min(first - 1, t.m_rows->Count())) + 1;
+        return t.d->rows->VisibleRowsUpTo(std::min(first - 1, t.d->rows->Count())) + 1;
     };
     const qint32 from = firstRank(beforeFirst), to = firstRank(now.firstRow);
     const qint32 moved = to - from;
@@ -84,33 +86,33 @@ bool FrameKeeper::scrollLaidOutRows() {
     const qint32 headers = t.Headers();
     // The rows that leave, then those that stay, then as many as could come in.
     const std::vector<lsNodePtr> rows =
-        t.m_rows->VisibleRowsFrom(from, moved + t.m_view->lineCount());
+        t.d->rows->VisibleRowsFrom(from, moved + t.d->view->lineCount());
     if (qint32(rows.size()) < m_shownRows)
         return false;
     for (qint32 i = 0; i < moved; ++i)
         rows[size_t(i)]->setDisplayed(false);
-    const qint32 up = moved * t.m_settings.rowHeight;
+    const qint32 up = moved * t.d->settings.rowHeight;
     for (qint32 i = moved; i < m_shownRows; ++i)
         rows[size_t(i)]->borrowCells().forEachUpTo(
-            t.m_settings.columns, [up](lsCell &cell) { cell.setTop(cell.Top() - up); });
+            t.d->settings.columns, [up](lsCell &cell) { cell.setTop(cell.Top() - up); });
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     qint32 line = headers + m_shownRows - moved;
     size_t i = size_t(m_shownRows);
-    for (; line < headers + t.m_view->lineCount() && i < rows.size(); ++i, ++line) {
-        painter.placeRow(*t.m_rows, rows[i], line);
-        painter.placeText(rows[i], *t.m_ident);
+    for (; line < headers + t.d->view->lineCount() && i < rows.size(); ++i, ++line) {
+        painter.placeRow(*t.d->rows, rows[i], line);
+        painter.placeText(rows[i], *t.d->ident);
     }
     m_shownRows = line - headers;
     m_lastShownRow = rows[i - 1]->Index();
     m_lastPaintedRow = m_lastShownRow;
     // The bars take the new position in; should they move the view after all, it is laid out
     // whole.
-    const qint32 offset = t.m_view->offset();
-    const qint16 first = t.m_view->firstRow();
-    t.m_view->layoutScrollBars();
-    return t.m_view->offset() == offset && t.m_view->firstRow() == first &&
-           t.m_view->fittingLineCount() == t.m_view->lineCount();
+    const qint32 offset = t.d->view->offset();
+    const qint16 first = t.d->view->firstRow();
+    t.d->view->layoutScrollBars();
+    return t.d->view->offset() == offset && t.d->view->firstRow() == first &&
+           t.d->view->fittingLineCount() == t.d->view->lineCount();
 }
 
 void FrameKeeper::composeFrame() {
@@ -124,13 +126,13 @@ void FrameKeeper::composeFrame() {
     m_surface = std::move(frame);
     // A frame whose scroll bars took or gave back a line as it ended is what a repaint gives only
     // from the next one on. (Without rows nothing counted the lines.)
-    if (t.m_rows->Count() == 0 || t.m_view->fittingLineCount() == t.m_view->lineCount())
+    if (t.d->rows->Count() == 0 || t.d->view->fittingLineCount() == t.d->view->lineCount())
         m_frameInputs = frameInputs();
     m_frameEdits = TreeEdits::count();
 }
 
 void FrameKeeper::settlePixels() {
-    if (m_pixelsPending && t.m_settings.autoRedraw)
+    if (m_pixelsPending && t.d->settings.autoRedraw)
         RedrawFrame(true);
 }
 
@@ -147,20 +149,20 @@ void FrameKeeper::storeRedrawTime(float start) {
 
 PaintContext FrameKeeper::paintContext() {
     PaintContext ctx;
-    ctx.rowHeight = t.m_settings.rowHeight;
-    ctx.columns = t.m_settings.columns;
-    ctx.lineStyle = t.m_settings.lineStyle;
-    ctx.focusType = t.m_settings.focusType;
-    ctx.hasFocus = t.m_hasFocus;
-    ctx.multiSelect = t.m_settings.multiSelect;
+    ctx.rowHeight = t.d->settings.rowHeight;
+    ctx.columns = t.d->settings.columns;
+    ctx.lineStyle = t.d->settings.lineStyle;
+    ctx.focusType = t.d->settings.focusType;
+    ctx.hasFocus = t.d->hasFocus;
+    ctx.multiSelect = t.d->settings.multiSelect;
     ctx.headers = t.Headers();
-    ctx.firstDisplayedRow = t.m_view->firstRow();
-    ctx.visibleLineCount = t.m_view->lineCount();
-    ctx.scaleHeight = t.m_picOut->ScaleHeight();
-    ctx.gapColor = t.m_picOut->BackColor();
-    ctx.imageList = t.m_imageList.get();
-    ctx.scale = t.m_picOut;
-    ctx.pictures = &t.m_pictures;
+    ctx.firstDisplayedRow = t.d->view->firstRow();
+    ctx.visibleLineCount = t.d->view->lineCount();
+    ctx.scaleHeight = t.d->picOut->ScaleHeight();
+    ctx.gapColor = t.d->picOut->BackColor();
+    ctx.imageList = t.d->imageList.get();
+    ctx.scale = t.d->picOut;
+    ctx.pictures = &t.d->pictures;
     return ctx;
 }
 
@@ -170,9 +172,9 @@ void FrameKeeper::paintFrame(OffScreenDC &dc) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     // Rows and headers scroll sideways together.
-    dc.setOriginX(t.m_view->offset());
-    painter.paintLaidOutRows(dc, *t.m_rows, *t.m_ident, shown, m_widestText);
-    painter.paintLaidOutHeaders(dc, *t.m_headers);
+    dc.setOriginX(t.d->view->offset());
+    painter.paintLaidOutRows(dc, *t.d->rows, *t.d->ident, shown, m_widestText);
+    painter.paintLaidOutHeaders(dc, *t.d->headers);
     dc.setOriginX(0);
 }
 
@@ -190,38 +192,38 @@ bool FrameKeeper::layoutLayers(std::vector<lsNodePtr> &shown) {
     m_lastShownRow = 0;
     shown.clear();
     bool moved = false;
-    if (t.m_rows->Count() > 0) {
-        if (t.m_view->firstRow() < 1)
-            t.m_view->setFirstRow(1);
-        t.m_view->lineCapacity();
-        t.m_view->keepFirstRowReachable();
+    if (t.d->rows->Count() > 0) {
+        if (t.d->view->firstRow() < 1)
+            t.d->view->setFirstRow(1);
+        t.d->view->lineCapacity();
+        t.d->view->keepFirstRowReachable();
         const PaintContext ctx = paintContext();
-        RowPaintResult laid = TreeListPainter(ctx).layoutRows(*t.m_rows, *t.m_ident);
+        RowPaintResult laid = TreeListPainter(ctx).layoutRows(*t.d->rows, *t.d->ident);
         if (laid.lastPaintedRow > 0)
             m_lastPaintedRow = laid.lastPaintedRow;
         m_shownRows = laid.painted;
         m_lastShownRow = laid.lastPaintedRow;
         shown = std::move(laid.shown);
-        const qint32 offset = t.m_view->offset();
-        const qint16 first = t.m_view->firstRow();
-        t.m_view->layoutScrollBars();
+        const qint32 offset = t.d->view->offset();
+        const qint16 first = t.d->view->firstRow();
+        t.d->view->layoutScrollBars();
         // A horizontal bar that came or went also changed the lines that fit.
-        moved = t.m_view->offset() != offset || t.m_view->firstRow() != first ||
-                t.m_view->fittingLineCount() != t.m_view->lineCount();
+        moved = t.d->view->offset() != offset || t.d->view->firstRow() != first ||
+                t.d->view->fittingLineCount() != t.d->view->lineCount();
     }
     const PaintContext ctx = paintContext();
-    TreeListPainter(ctx).layoutHeaders(*t.m_headers);
+    TreeListPainter(ctx).layoutHeaders(*t.d->headers);
     return moved;
 }
 
 void FrameKeeper::repaintRow(const lsNodePtr &row, bool header) {
-    if (!m_surface || !t.m_settings.autoRedraw)
+    if (!m_surface || !t.d->settings.autoRedraw)
         return;
     if (m_pixelsPending) {
         // The frame about to be composed shows the row as it is now; its first cell's text
         // offset, which a host reads, follows the row at once.
         if (!header)
-            TreeListPainter(paintContext()).placeText(row, *t.m_ident);
+            TreeListPainter(paintContext()).placeText(row, *t.d->ident);
         return;
     }
     // A data row is painted again as a frame paints its line: the lines of the rows around it
@@ -238,21 +240,21 @@ void FrameKeeper::repaintRow(const lsNodePtr &row, bool header) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
     paintInPlace([&] {
-        m_surface->setOriginX(t.m_view->offset());
+        m_surface->setOriginX(t.d->view->offset());
         if (header) {
             for (const lsCellPtr &cell : *row->Cells())
                 if (cell->Visible())
                     painter.PaintCell(*m_surface, *cell, 0);
         } else {
-            t.m_ident->Refresh(row, t.m_settings.rowHeight, t.m_imageList.get(), t.m_picOut);
-            painter.paintRow(*m_surface, *t.m_rows, *row, *t.m_ident);
+            t.d->ident->Refresh(row, t.d->settings.rowHeight, t.d->imageList.get(), t.d->picOut);
+            painter.paintRow(*m_surface, *t.d->rows, *row, *t.d->ident);
         }
     });
     showSurface();
 }
 
 void FrameKeeper::paintInPlace(const std::function<void()> &paint) {
-    QImage *screen = t.m_picOut->screenImage();
+    QImage *screen = t.d->picOut->screenImage();
     const bool shared = !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
     if (shared)
         *screen = QImage();
@@ -272,5 +274,5 @@ void FrameKeeper::release() {
 
 void FrameKeeper::showSurface() {
     m_surface->BlastToScreen();
-    t.m_picOut->showFrame();
+    t.d->picOut->showFrame();
 }

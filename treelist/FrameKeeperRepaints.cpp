@@ -3,6 +3,7 @@
 
 #include "FrameKeeper.h"
 
+#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "TreeListViewport.h"
@@ -14,22 +15,22 @@
 #include <algorithm>
 
 FrameKeeper::FrameInputs FrameKeeper::frameInputs() {
-    const lsImageList *images = t.m_imageList.get();
-    return {t.m_picOut->ScaleWidth(),
-            t.m_picOut->ScaleHeight(),
-            t.m_view->offset(),
-            t.m_settings.rowHeight,
-            t.m_settings.columns,
-            t.m_settings.lineStyle,
-            t.m_settings.focusType,
+    const lsImageList *images = t.d->imageList.get();
+    return {t.d->picOut->ScaleWidth(),
+            t.d->picOut->ScaleHeight(),
+            t.d->view->offset(),
+            t.d->settings.rowHeight,
+            t.d->settings.columns,
+            t.d->settings.lineStyle,
+            t.d->settings.focusType,
             t.Headers(),
-            t.m_view->firstRow(),
-            t.m_view->lineCount(),
-            t.m_hasFocus,
-            t.m_settings.multiSelect,
-            t.m_picOut->BackColor(),
-            t.m_picOut->ForeColor(),
-            t.m_picOut->Font()->qfont(),
+            t.d->view->firstRow(),
+            t.d->view->lineCount(),
+            t.d->hasFocus,
+            t.d->settings.multiSelect,
+            t.d->picOut->BackColor(),
+            t.d->picOut->ForeColor(),
+            t.d->picOut->Font()->qfont(),
             images,
             images ? images->Count() : 0};
 }
@@ -38,7 +39,7 @@ bool FrameKeeper::rowsUnchangedSinceFrame() const {
     // The rest of what the frame was drawn from (FrameInputs) is compared where the frame is
     // kept; a change there only needs noticing then. While the pixels wait for Qt's paint, the
     // frame is the last layout.
-    if (!t.m_settings.autoRedraw || !m_surface)
+    if (!t.d->settings.autoRedraw || !m_surface)
         return false;
     if (m_pixelsPending)
         return m_laidOut && TreeEdits::count() == m_laidOut->second;
@@ -66,7 +67,7 @@ bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
     // above the view that runs on crosses the whole view: the frame is composed.
     if (row->Index() <= m_lastShownRow)
         return false;
-    const bool viewFull = m_shownRows > 0 && m_shownRows >= t.m_view->lineCount();
+    const bool viewFull = m_shownRows > 0 && m_shownRows >= t.d->view->lineCount();
     const lsNodePtr previous = row->PrevSibling();
     const lsNodePtr parent = row->Parent();
     const bool last = !row->NextSibling();
@@ -79,7 +80,7 @@ bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
         if (!from || !from->Displayed())
             return false;
     } else if (previous && last &&
-               (previous->Displayed() || previous->Index() < t.m_view->firstRow())) {
+               (previous->Displayed() || previous->Index() < t.d->view->firstRow())) {
         if (!previous->Displayed())
             return false;
         from = previous;
@@ -99,17 +100,17 @@ bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
     std::vector<lsNodePtr> shown;
     size_t fromLine = 0;
     if (from && !m_pixelsPending) {
-        if (t.m_settings.lineStyle == lsLineDotted ||
+        if (t.d->settings.lineStyle == lsLineDotted ||
             !rowsShownInPlace(lands ? row : nullptr, shown))
             return false;
         fromLine = size_t(std::find(shown.begin(), shown.end(), from) - shown.begin());
         if (fromLine == shown.size())
             return false;
     }
-    const bool horizontalBar = !t.m_scrX->isHidden();
-    t.m_view->setDisplayedRows(t.m_view->displayedRowCount());
-    t.m_view->layoutScrollBars();
-    if (t.m_scrX->isHidden() == horizontalBar)
+    const bool horizontalBar = !t.d->scrX->isHidden();
+    t.d->view->setDisplayedRows(t.d->view->displayedRowCount());
+    t.d->view->layoutScrollBars();
+    if (t.d->scrX->isHidden() == horizontalBar)
         return false;
     if (!shown.empty())
         repaintShownRows(shown, fromLine, shown.size(), lands);
@@ -125,7 +126,7 @@ bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
 bool FrameKeeper::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
     // Lines painted again show what a frame shows there only while nothing drawn for a row
     // reaches past its own line: no image list, whose pictures may be taller than a row.
-    if (t.m_imageList || t.m_settings.rowHeight < 16)
+    if (t.d->imageList || t.d->settings.rowHeight < 16)
         return false;
     return collectShownRows(landing, shown);
 }
@@ -133,10 +134,10 @@ bool FrameKeeper::rowsShownInPlace(const lsNodePtr &landing, std::vector<lsNodeP
 bool FrameKeeper::collectShownRows(const lsNodePtr &landing, std::vector<lsNodePtr> &shown) {
     // The rows the frame showed, found as it found them, and the row that lands after them.
     const qint32 count = m_shownRows + (landing ? 1 : 0);
-    const qint32 first =
-        t.m_rows->VisibleRowsUpTo(std::min<qint32>(t.m_view->firstRow() - 1, t.m_rows->Count())) +
-        1;
-    shown = t.m_rows->VisibleRowsFrom(first, count);
+    const qint32 first = t.d->rows->VisibleRowsUpTo(
+                             std::min<qint32>(t.d->view->firstRow() - 1, t.d->rows->Count())) +
+                         1;
+    shown = t.d->rows->VisibleRowsFrom(first, count);
     return qint32(shown.size()) == count && (!landing || shown.back() == landing);
 }
 
@@ -147,22 +148,22 @@ void FrameKeeper::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t f
     // The lines of the rows from `from` up to `to`. Below the last row shown only lines are
     // drawn, and only those that run on to the bottom edge; while the view is not full, every
     // visible row they could lead to is shown and none does.
-    const qint32 top = (t.Headers() + qint32(from)) * t.m_settings.rowHeight;
-    const bool full = qint32(shown.size()) >= t.m_view->lineCount();
+    const qint32 top = (t.Headers() + qint32(from)) * t.d->settings.rowHeight;
+    const bool full = qint32(shown.size()) >= t.d->view->lineCount();
     const qint32 bottom = to < shown.size() || !full
-                              ? (t.Headers() + qint32(to)) * t.m_settings.rowHeight
+                              ? (t.Headers() + qint32(to)) * t.d->settings.rowHeight
                               : m_surface->Height();
     paintInPlace([&] {
         try {
             // Cleared to the background the frame started from.
             m_surface->SetClipRows(top, bottom);
             m_surface->setOriginX(0);
-            m_surface->DrawRect(0, top, m_surface->Width(), bottom - top, t.m_picOut->BackColor(),
-                                t.m_picOut->ForeColor());
-            m_surface->setOriginX(t.m_view->offset());
+            m_surface->DrawRect(0, top, m_surface->Width(), bottom - top, t.d->picOut->BackColor(),
+                                t.d->picOut->ForeColor());
+            m_surface->setOriginX(t.d->view->offset());
             if (landed)
-                painter.placeRow(*t.m_rows, shown.back(), t.Headers() + m_shownRows);
-            painter.repaintRows(*m_surface, *t.m_rows, *t.m_ident, shown, from, to, m_widestText);
+                painter.placeRow(*t.d->rows, shown.back(), t.Headers() + m_shownRows);
+            painter.repaintRows(*m_surface, *t.d->rows, *t.d->ident, shown, from, to, m_widestText);
         } catch (...) {
             // Half painted: no longer the frame a repaint would give.
             m_frameInputs.reset();
@@ -177,8 +178,8 @@ void FrameKeeper::repaintShownRows(const std::vector<lsNodePtr> &shown, size_t f
 void FrameKeeper::placeLandingRow(const lsNodePtr &row) {
     const PaintContext ctx = paintContext();
     const TreeListPainter painter(ctx);
-    painter.placeRow(*t.m_rows, row, t.Headers() + m_shownRows);
-    painter.placeText(row, *t.m_ident);
+    painter.placeRow(*t.d->rows, row, t.Headers() + m_shownRows);
+    painter.placeText(row, *t.d->ident);
     countLandingRow(row);
 }
 

@@ -1,5 +1,6 @@
 #include "TreeListInput.h"
 
+#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "ColumnGeometry.h"
@@ -21,11 +22,11 @@
 lsNodePtr TreeListInput::rowOnLine(qint32 line) {
     // The data lines show the Visible rows from the first displayed one on, one per line, as the
     // frame painted them; a line below the last of them shows none.
-    if (line < 1 || line > t.m_view->lineCount())
+    if (line < 1 || line > t.d->view->lineCount())
         return nullptr;
     const qint32 before =
-        t.m_rows->VisibleRowsUpTo(std::min<qint32>(t.m_view->firstRow() - 1, t.m_rows->Count()));
-    return t.m_rows->VisibleRowAt(before + line);
+        t.d->rows->VisibleRowsUpTo(std::min<qint32>(t.d->view->firstRow() - 1, t.d->rows->Count()));
+    return t.d->rows->VisibleRowAt(before + line);
 }
 
 // --- Mouse --------------------------------------------------------------------------------------
@@ -35,18 +36,18 @@ void TreeListInput::onMousePress(const QMouseEvent &event) {
     const qint16 shift = shiftMask(event.modifiers());
     const float x = float(event.position().x()), y = float(event.position().y());
     m_doubleClicked = false;
-    t.m_columnGeometry->press(button);
+    t.d->columnGeometry->press(button);
     m_hit->Clear();
     m_hit = t.HitTest(x, y, button, shift);
-    const lsNodePtr previous = t.m_rows->SelectedRow();
+    const lsNodePtr previous = t.d->rows->SelectedRow();
     if (m_hit->DataCol() >= 0 && m_hit->DataRow() > 0) {
         if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
             // Shift alone or Ctrl alone adds to the selection; both together select singly.
-            const bool multi = t.m_settings.multiSelect && (shift == 1 || shift == 2);
+            const bool multi = t.d->settings.multiSelect && (shift == 1 || shift == 2);
             selectRow(previous, row, m_hit->DataCol(), multi);
-            t.m_ident->Refresh(row, t.m_settings.rowHeight, t.m_imageList.get(), t.m_picOut);
+            t.d->ident->Refresh(row, t.d->settings.rowHeight, t.d->imageList.get(), t.d->picOut);
             // The box lies where the unscrolled frame drew it, as the hit's X does.
-            if (m_hit->IsPlusMinusClick(*t.m_ident, m_hit->X(), y) && row->HasChild())
+            if (m_hit->IsPlusMinusClick(*t.d->ident, m_hit->X(), y) && row->HasChild())
                 toggleExpanded(row);
             emit t.CellClick(row->Index(), m_hit->DataCol());
         }
@@ -60,15 +61,15 @@ void TreeListInput::onMousePress(const QMouseEvent &event) {
 void TreeListInput::onMouseDoubleClick() {
     m_doubleClicked = true;
     // On a column border a double click sizes that column to its texts, and does nothing else.
-    if (t.m_columnGeometry->autoSizeUnderPointer())
+    if (t.d->columnGeometry->autoSizeUnderPointer())
         return;
     // The second press of a double click is not a press of its own: the hit is the first one's.
     if (m_hit->DataCol() >= 0 && m_hit->DataRow() >= 1 && m_hit->Button() == kLeftButton) {
         if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
-            t.m_rows->Selected(row->Index(), m_hit->DataCol(), false);
-            if (row->HasChild() && t.m_settings.expandOnDoubleClick)
+            t.d->rows->Selected(row->Index(), m_hit->DataCol(), false);
+            if (row->HasChild() && t.d->settings.expandOnDoubleClick)
                 toggleExpanded(row);
-            t.m_frames->RedrawFrame(false);
+            t.d->frames->RedrawFrame(false);
         }
     }
     emit t.DblClick();
@@ -77,12 +78,12 @@ void TreeListInput::onMouseDoubleClick() {
 void TreeListInput::onMouseMove(const QMouseEvent &event) {
     const qint16 button = buttonMask(event.buttons());
     const float x = float(event.position().x()), y = float(event.position().y());
-    t.m_columnGeometry->track(button, x, y);
+    t.d->columnGeometry->track(button, x, y);
     emit t.MouseMove(button, shiftMask(event.modifiers()), x, y);
 }
 
 void TreeListInput::onMouseRelease(const QMouseEvent &event) {
-    t.m_columnGeometry->release(event.buttons() & Qt::LeftButton);
+    t.d->columnGeometry->release(event.buttons() & Qt::LeftButton);
     const qint16 button = buttonMask(event.button());
     emit t.MouseUp(button, shiftMask(event.modifiers()), float(event.position().x()),
                    float(event.position().y()));
@@ -95,15 +96,15 @@ void TreeListInput::onMouseRelease(const QMouseEvent &event) {
 void TreeListInput::onWheel(const QWheelEvent &event) {
     // A wheel notch is 120; touchpads send parts of one, which add up to whole lines.
     const QPoint delta = event.angleDelta();
-    if (delta.x() != 0 && !t.m_scrX->isHidden()) {
-        const int step = t.m_scrX->singleStep() * QApplication::wheelScrollLines();
-        t.m_scrX->setValue(t.m_scrX->value() - delta.x() * step / 120);
+    if (delta.x() != 0 && !t.d->scrX->isHidden()) {
+        const int step = t.d->scrX->singleStep() * QApplication::wheelScrollLines();
+        t.d->scrX->setValue(t.d->scrX->value() - delta.x() * step / 120);
     }
     m_wheelRemainder += delta.y() * QApplication::wheelScrollLines();
     const int lines = m_wheelRemainder / 120;
     m_wheelRemainder -= lines * 120;
     if (lines != 0)
-        t.m_view->scrollBy(lines > 0, std::abs(lines));
+        t.d->view->scrollBy(lines > 0, std::abs(lines));
 }
 
 // --- Keyboard -----------------------------------------------------------------------------------
@@ -118,8 +119,8 @@ void TreeListInput::onKeyPress(const QKeyEvent &event) {
 }
 
 void TreeListInput::navigate(qint16 keyCode) {
-    const lsNodePtr row = t.m_rows->SelectedRow();
-    const lsCellPtr selectedCell = t.m_rows->SelectedCell();
+    const lsNodePtr row = t.d->rows->SelectedRow();
+    const lsCellPtr selectedCell = t.d->rows->SelectedCell();
     const qint32 column = selectedCell ? selectedCell->Index() : 1;
     switch (keyCode) {
     case 38: // Up
@@ -127,32 +128,32 @@ void TreeListInput::navigate(qint16 keyCode) {
         if (row) {
             lsNodePtr next;
             if (keyCode == 38) {
-                next = t.m_rows->GetPrevNode(row, true);
+                next = t.d->rows->GetPrevNode(row, true);
             } else {
-                t.m_rows->SetFirstNode(row->Index());
-                next = t.m_rows->GetNextNode(true);
+                t.d->rows->SetFirstNode(row->Index());
+                next = t.d->rows->GetNextNode(true);
             }
             // A row not on screen is reached by scrolling first; the selection stays until the
             // next key.
             if (next && next->Displayed())
                 selectRow(row, next, column);
             else
-                t.m_view->scrollBy(keyCode == 38, 1);
+                t.d->view->scrollBy(keyCode == 38, 1);
         }
         break;
     case 33: // Page Up
     case 34: // Page Down
-        t.m_view->scrollBy(keyCode == 33, t.m_scrY->pageStep() - 1);
+        t.d->view->scrollBy(keyCode == 33, t.d->scrY->pageStep() - 1);
         break;
     case 36: // Home
-        t.m_scrY->setValue(t.m_scrY->minimum());
+        t.d->scrY->setValue(t.d->scrY->minimum());
         break;
     case 35: // End
-        t.m_scrY->setValue(t.m_scrY->maximum());
+        t.d->scrY->setValue(t.d->scrY->maximum());
         break;
     case 37: // Left
     case 39: // Right
-        if (row && (keyCode == 37 ? column >= 2 : column < t.m_settings.columns)) {
+        if (row && (keyCode == 37 ? column >= 2 : column < t.d->settings.columns)) {
             const qint32 to = keyCode == 37 ? column - 1 : column + 1;
             t.SelectItem(row->Index(), to);
             if (const lsCell *cell = row->borrowCells().cell(to))
@@ -160,7 +161,7 @@ void TreeListInput::navigate(qint16 keyCode) {
         }
         break;
     case 13: // Enter
-        if (row && row->HasChild() && t.m_settings.expandOnDoubleClick)
+        if (row && row->HasChild() && t.d->settings.expandOnDoubleClick)
             toggleExpanded(row);
         break;
     default:
@@ -169,14 +170,14 @@ void TreeListInput::navigate(qint16 keyCode) {
 }
 
 void TreeListInput::scrollCellIntoView(const lsCell &cell) {
-    if (t.m_scrX->isHidden())
+    if (t.d->scrX->isHidden())
         return;
-    const qint32 shownFrom = -t.m_view->offset(), shownTo = shownFrom + t.m_picOut->ScaleWidth();
+    const qint32 shownFrom = -t.d->view->offset(), shownTo = shownFrom + t.d->picOut->ScaleWidth();
     if (cell.Left() < shownFrom)
-        t.m_scrX->setValue(cell.Left());
+        t.d->scrX->setValue(cell.Left());
     else if (cell.Left() + cell.Width() > shownTo)
-        t.m_scrX->setValue(
-            std::min(t.m_scrX->maximum(), cell.Left() + cell.Width() - (shownTo - shownFrom)));
+        t.d->scrX->setValue(
+            std::min(t.d->scrX->maximum(), cell.Left() + cell.Width() - (shownTo - shownFrom)));
 }
 
 // --- Selection and expansion --------------------------------------------------------------------
@@ -189,21 +190,21 @@ void TreeListInput::selectRow(const lsNodePtr &previous, const lsNodePtr &row, q
                               bool multi) {
     // Only the rows whose look changes are painted again, in place over the kept frame when
     // nothing else changed since it was composed; otherwise the frame is composed anew.
-    const bool frameWasCurrent = t.m_frames->rowsUnchangedSinceFrame();
-    const qint32 selectedBefore = t.m_rows->Selected(row->Index(), column, multi);
+    const bool frameWasCurrent = t.d->frames->rowsUnchangedSinceFrame();
+    const qint32 selectedBefore = t.d->rows->Selected(row->Index(), column, multi);
     if (!multi && selectedBefore >= 2) {
-        t.m_frames->RedrawFrame(false);
+        t.d->frames->RedrawFrame(false);
         return;
     }
     // The selection cleared the previous row's flags and set the new row's: their lines show it.
     bool inPlace = frameWasCurrent;
     if (!multi && previous && previous->Displayed())
-        inPlace = inPlace && t.m_frames->repaintLineInPlace(previous);
-    inPlace = inPlace && t.m_frames->repaintLineInPlace(row);
+        inPlace = inPlace && t.d->frames->repaintLineInPlace(previous);
+    inPlace = inPlace && t.d->frames->repaintLineInPlace(row);
     if (inPlace)
-        t.m_frames->keepFrameCurrent();
+        t.d->frames->keepFrameCurrent();
     else
-        t.m_frames->RedrawFrame(false);
+        t.d->frames->RedrawFrame(false);
 }
 
 void TreeListInput::resetHit() {

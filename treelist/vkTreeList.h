@@ -6,37 +6,32 @@
 #include "HostContainer.h"
 #include "OffScreenDC.h"
 #include "PropertyBag.h"
-#include "ScaleConverter.h"
 #include "StdPicture.h"
-#include "TreeListSettings.h"
 #include "TreeListTypes.h"
 #include "lsHitTest.h"
-#include "lsIdent.h"
 #include "lsImageList.h"
 #include "lsNodes.h"
 #include "vkTreeListExport.h"
 
 #include <QWidget>
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
 
-class FrameKeeper;
-class TreeListViewport;
-class TreeListInput;
 class ColumnGeometry;
+class FrameKeeper;
 class PictureBox;
-class lsEdit;
 class QLabel;
 class QScrollBar;
-class EntryGuard;
+class TreeListInput;
+class TreeListViewport;
+class lsEdit;
+struct TreeListState;
 
 class VKTL_EXPORT vkTreeList : public QWidget {
     Q_OBJECT
-    // The persisted properties, by the names the property bag uses; each notifies through its
-    // own signal besides PropertyChanged. 16-bit values are int properties: Qt's property
-    // editors and form files know int, not short.
+    // The persisted properties, by their property-bag names, each with its own notification; 16-bit
+    // values are int properties, as Qt's property editors and form files know int, not short.
     Q_PROPERTY(qint32 Appearance READ Appearance WRITE setAppearance NOTIFY AppearanceChanged)
     Q_PROPERTY(bool AutoRedraw READ AutoRedraw WRITE setAutoRedraw NOTIFY AutoRedrawChanged)
     Q_PROPERTY(quint32 BackColor READ BackColor WRITE setBackColor NOTIFY BackColorChanged)
@@ -77,11 +72,9 @@ class VKTL_EXPORT vkTreeList : public QWidget {
     Q_CLASSINFO("AutoSize", "Sets the Column size according to longest data in that column.")
 
 public:
-    // Creates the control and its children; a null host means a default run-mode one (it must
-    // outlive the control).
+    // Creates the control and its children; a host given must outlive it (null: a run-mode one).
     explicit vkTreeList(QWidget *parent = nullptr, HostContainer *host = nullptr);
     ~vkTreeList() override;
-
     // --- Life cycle and persistence ---
     // Starts the control over as a new instance (at design time with the six sample rows).
     Q_INVOKABLE void InitProperties();
@@ -89,25 +82,24 @@ public:
     void ReadProperties(const PropertyBag &bag);
     // Saves the persisted properties, leaving out every value equal to its default.
     void WriteProperties(PropertyBag &bag) const;
-
     // --- Properties ---
     // Window border, lsAppFlat or lsApp3D (16-bit: a value past that raises overflow).
-    qint32 Appearance() const { return m_settings.appearance; }
+    qint32 Appearance() const;
     void setAppearance(qint32 value);
     // Whether repaints lay out and show frames; turning it on repaints at once.
-    bool AutoRedraw() const { return m_settings.autoRedraw; }
+    bool AutoRedraw() const;
     void setAutoRedraw(bool value);
     // Background colour of the rows (OLE colour); takes effect at the next repaint.
     OleColor BackColor() const;
     void setBackColor(OleColor value);
     // How the in-place editor edits (lsEditModeConstants).
-    qint32 EditMode() const { return m_settings.editMode; }
+    qint32 EditMode() const;
     void setEditMode(qint32 value);
     // Whether the control itself takes input, whatever its parent says; a change notifies.
     bool Enabled() const { return !testAttribute(Qt::WA_ForceDisabled); }
     void setEnabled(bool value);
     // Whether clicks and keys select rows or cells (lsSelectConstants).
-    qint32 FocusType() const { return m_settings.focusType; }
+    qint32 FocusType() const;
     void setFocusType(qint32 value);
     // The control's font, shared with the drawing surface; as a QFont for Qt's editors.
     StdFontPtr Font() const;
@@ -119,35 +111,33 @@ public:
     OleColor ForeColor() const;
     void setForeColor(OleColor value);
     // The host's image list for pictures (may be null), or by its registered name ("" none).
-    const lsImageListPtr &ImageList() const { return m_imageList; }
+    const lsImageListPtr &ImageList() const;
     void setImageList(const lsImageListPtr &list);
     QString imageListName() const;
     void setImageListName(const QString &name);
     // Tree line style (lsLineStyle).
-    qint32 LineStyle() const { return m_settings.lineStyle; }
+    qint32 LineStyle() const;
     void setLineStyle(qint32 value);
     // Row height in pixels; only 16..255 is taken, other values are ignored without an error.
-    qint32 RowHeight() const { return m_settings.rowHeight; }
+    qint32 RowHeight() const;
     void setRowHeight(qint32 value);
     // "Enables, Disables selection of  more then one row." (Shift or Ctrl with a click).
-    bool MultiSelect() const { return m_settings.multiSelect; }
+    bool MultiSelect() const;
     void setMultiSelect(bool value);
     // "If enabled then the added row will be selected." (and scrolled into view by AddItem).
-    bool AutoSelectNew() const { return m_settings.autoSelectNew; }
+    bool AutoSelectNew() const;
     void setAutoSelectNew(bool value);
     // Whether a double click (or Enter) opens and closes a row.
-    bool ExpandOnDoubleClick() const { return m_settings.expandOnDoubleClick; }
+    bool ExpandOnDoubleClick() const;
     void setExpandOnDoubleClick(bool value);
     // The width given to columns that have none, persisted as "ColumnWidth".
-    qint32 DefaultColumnWidth() const { return m_settings.defaultColumnWidth; }
+    qint32 DefaultColumnWidth() const;
     // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; 16-bit: past that, overflow).
-    qint16 ScaleMode() const { return m_settings.scaleMode; }
-    void setScaleMode(qint32 value) { m_settings.scaleMode = toInt16(value); }
-
+    qint16 ScaleMode() const;
+    void setScaleMode(qint32 value);
     // --- Columns and headers ---
-    // Number of data columns (below 1 ignored; past 32767 overflow, past 2097152 cells in all out
-    // of memory, both before anything changes).
-    qint32 Columns() const { return m_settings.columns; }
+    // Data columns (below 1 ignored; overflow past 32767, out of memory past 2097152 cells).
+    qint32 Columns() const;
     void setColumns(qint32 value);
     // Number of header rows (16-bit: a put past that raises overflow before anything changes).
     qint16 Headers();
@@ -157,7 +147,6 @@ public:
     Q_INVOKABLE void setColumnWidth(qint32 ColID, qint32 width);
     // "Sets the Column size according to longest data in that column."; always returns false.
     Q_INVOKABLE bool AutoSize(qint32 ColID);
-
     // --- Rows and cells ---
     // Adds a row relative to another; its Index (16-bit) or -1. lsFirst / lsLast come back lsNext.
     qint16 AddItem(const QVariant &Relative, qint32 &Relationship,
@@ -196,17 +185,13 @@ public:
                                    const QVariant &value);
     // The header cell at a header row and column, or null.
     lsCellPtr ResolveHeaderCell(qint32 RowID, qint32 ColID) const;
-
     // --- Selection ---
     // Selects a row and cell (cell: the current one's column, else 1) and repaints.
     void SelectItem(qint32 RowID, std::optional<qint32> ColID = std::nullopt);
-    Q_INVOKABLE void SelectItem(qint32 RowID, qint32 ColID) {
-        SelectItem(RowID, std::optional<qint32>(ColID));
-    }
+    Q_INVOKABLE void SelectItem(qint32 RowID, qint32 ColID);
     // The user's mark on a row; false / nothing for an unknown row.
     Q_INVOKABLE bool Mark(qint32 RowID) const;
     Q_INVOKABLE void setMark(qint32 RowID, bool value);
-
     // --- Viewport ---
     // "Makes the passed node visible.": a row below the view becomes its last line; never up.
     Q_INVOKABLE QVariant EnsureVisible(const QVariant &IndexKey);
@@ -216,11 +201,9 @@ public:
     qint16 VisibleLineCount() const;
     // Horizontal scroll offset in pixels (zero or negative).
     qint32 HorizontalOffset() const;
-    // What lies at (X, Y) past the horizontal scroll; DataRow is a line, not an Index (all IDs
-    // -1 for a non-numeric X or Y).
+    // What lies at (X, Y) past the horizontal scroll; DataRow is a line (IDs -1: X or Y no number).
     lsHitTestPtr HitTest(const QVariant &X, const QVariant &Y, qint16 Button = 0,
                          qint16 Shift = 0) const;
-
     // --- Painting ---
     // Repaints the whole frame (after clearing the drawing child when asked).
     Q_INVOKABLE void Refresh(bool Clear = false);
@@ -230,29 +213,26 @@ public:
     const OffScreenDC *surface();
     // Index of the last row painted in the last frame.
     qint32 LastPaintedRow() const;
-
     // --- Children and owned objects ---
-    PictureBox *picOut() const { return m_picOut; }
-    QScrollBar *scrX() const { return m_scrX; }
-    QScrollBar *scrY() const { return m_scrY; }
-    QLabel *imgGhost() const { return m_imgGhost; }
+    PictureBox *picOut() const;
+    QScrollBar *scrX() const;
+    QScrollBar *scrY() const;
+    QLabel *imgGhost() const;
     // The body rows and the header rows.
-    lsNodes *rows() const { return m_rows.get(); }
-    lsNodes *headers() const { return m_headers.get(); }
+    lsNodes *rows() const;
+    lsNodes *headers() const;
     // One of the six built-in pictures, 101..106 (null for other numbers).
     StdPicturePtr builtinPicture(int number) const;
     // Whether the drawing child has the focus, as painting sees it.
-    bool hasFocusFlag() const { return m_hasFocus; }
+    bool hasFocusFlag() const;
     // Number of calls from Qt (events, scroll bars) that failed and were reported by OnError.
     qint64 failedEntries() const;
     // The hit test of the last mouse press.
     const lsHitTest *lastHit() const;
     // The virtual-key code of a Qt key, as KeyDown and KeyUp report it.
     static qint16 virtualKeyCode(int qtKey);
-
     // --- Editing ---
-    // Opens the editor over a cell (-1: the current row, column or EditMode, written back),
-    // selecting the cell first; ignored while an edit is open; always false.
+    // Selects a cell and edits it (-1: current row, column, EditMode, written back); always false.
     bool Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode);
     bool Edit(qint32 &RowID, qint32 &ColID);
     Q_INVOKABLE bool Edit(const qint32 &RowID = -1, const qint32 &ColID = -1,
@@ -267,16 +247,14 @@ public:
     Q_INVOKABLE qint32 EditComboListIndex();
     Q_INVOKABLE QVariant EditComboList(const QVariant &Index) const;
     // True while an edit is open; the editor the control edits with.
-    bool isEditing() const { return m_editing; }
+    bool isEditing() const;
     lsEdit *lseMisc() const;
-
     // --- Diagnostics ---
     // "<module>.ocx|<major>.<minor 00>.<revision 0###>|<comments>|", also kept as the property.
     QVariant ComponentVersion();
     // Drops the value (read-only in effect) and notifies "ComponentVersion".
     void setComponentVersion(const QVariant &value);
-    // Times three walks over all rows drawing their texts off screen; reports them (also in a
-    // message box unless the host turned those off). List is accepted but not used.
+    // Times three walks drawing every row's texts off screen and reports them; List is unused.
     QVariant Test(bool &List);
     Q_INVOKABLE QVariant Test();
 
@@ -342,23 +320,17 @@ protected:
 private:
     // Every entry point from Qt runs its work through here.
     void guarded(const char *entry, const std::function<void()> &call);
-
-    // Life cycle
     void connectEditor();
+    void connectInput();
     void Initialize();
     void Terminate();
     void buildDesignSample();
     void fillSampleTexts(qint32 rowIndex);
     void onResize();
     void paintBorder();
+    void paintBorderBackground();
     void syncEnabled();
     void notify(const QString &key);
-    void paintBorderBackground();
-    friend struct PersistedSetting;
-
-    // Columns and rows
-    // Raises out of memory, before anything is made, when rows x columns cells are more than the
-    // control makes (a few million): a file or a host asking for more would otherwise stall.
     static void checkCellCount(qint64 rows, qint64 columns);
     void CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
                         OleColor foreColor, OleColor backColor, qint32 appearance);
@@ -370,40 +342,10 @@ private:
     QVariant cellProperty(const lsCell &cell, qint32 property) const;
     bool setCellProperty(lsCell &cell, qint32 property, const QVariant &value);
 
-    void connectInput();
-
+    friend struct PersistedSetting;
     friend class FrameKeeper;
     friend class TreeListViewport;
     friend class TreeListInput;
     friend class ColumnGeometry;
-    std::unique_ptr<FrameKeeper> m_frames;
-    std::unique_ptr<TreeListViewport> m_view;
-    std::unique_ptr<TreeListInput> m_input;
-    std::unique_ptr<ColumnGeometry> m_columnGeometry;
-
-    HostContainer *m_host;
-    std::unique_ptr<HostContainer> m_ownHost;
-    std::unique_ptr<EntryGuard> m_guard;
-
-    // Children
-    PictureBox *m_picOut;
-    QScrollBar *m_scrX;
-    QScrollBar *m_scrY;
-    QLabel *m_imgGhost;
-
-    // Owned objects, created in this order and released in this order by Terminate
-    std::unique_ptr<lsNodes> m_headers;
-    std::unique_ptr<lsNodes> m_rows;
-    std::unique_ptr<lsIdent> m_ident;
-    std::array<StdPicturePtr, 6> m_pictures;
-
-    TreeListSettings m_settings;
-    lsImageListPtr m_imageList;
-    bool m_editing = false;
-    lsEdit *m_lseMisc = nullptr;
-
-    // Painting
-    bool m_hasFocus = false;
-    bool m_terminated = false;
-    bool m_ownEnabled = true; // the last Enabled told to the host
+    std::unique_ptr<TreeListState> d;
 };

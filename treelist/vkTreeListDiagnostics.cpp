@@ -3,6 +3,7 @@
 // walk every row (the collection's own walk, iteration, and Item by position), each drawing the
 // rows' texts off screen as a frame would.
 
+#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "ComponentInfo.h"
@@ -45,7 +46,7 @@ QVariant vkTreeList::ComponentVersion() {
                          formatNumber(ComponentInfo::minor, QStringLiteral("00")) + u'.' +
                          formatNumber(ComponentInfo::revision, QStringLiteral("0###")) + u'|' +
                          QString::fromLatin1(ComponentInfo::comments) + u'|';
-    m_settings.componentVersion = text;
+    d->settings.componentVersion = text;
     return text;
 }
 
@@ -56,11 +57,11 @@ void vkTreeList::setComponentVersion(const QVariant &) {
 
 QVariant vkTreeList::Test(bool &List) {
     Q_UNUSED(List); // accepted for the hosts that pass it; the report has one form
-    m_picOut->Cls();
-    m_host->DoEvents();
+    d->picOut->Cls();
+    d->host->DoEvents();
     OffScreenDC dc;
-    dc.Initialize(m_picOut->screenImage(), m_picOut->ScaleWidth(), m_picOut->ScaleHeight(),
-                  m_picOut->BackColor(), m_picOut->ForeColor(), m_picOut->Font());
+    dc.Initialize(d->picOut->screenImage(), d->picOut->ScaleWidth(), d->picOut->ScaleHeight(),
+                  d->picOut->BackColor(), d->picOut->ForeColor(), d->picOut->Font());
 
     // Each pass reads the timer right before its first repetition and right after its last, so
     // the drawing set-up and the screen copy between passes are not timed.
@@ -70,7 +71,7 @@ QVariant vkTreeList::Test(bool &List) {
             qint32 y = 0;
             walk([&](const lsNodePtr &node) {
                 dc.DrawText(0, y, node->Text());
-                y += m_settings.rowHeight;
+                y += d->settings.rowHeight;
             });
         }
         times.end = secondsSinceMidnight();
@@ -79,25 +80,25 @@ QVariant vkTreeList::Test(bool &List) {
 
     // The collection's own walk, with its default: rows inside closed branches are skipped.
     const PassTimes walked = timed([&](auto &&visit) {
-        for (lsNodePtr node = m_rows->SetFirstNode(); node; node = m_rows->GetNextNode())
+        for (lsNodePtr node = d->rows->SetFirstNode(); node; node = d->rows->GetNextNode())
             visit(node);
     });
     dc.BlastToScreen();
-    m_picOut->Cls();
+    d->picOut->Cls();
     const PassTimes iterated = timed([&](auto &&visit) {
-        for (const lsNodePtr &node : *m_rows)
+        for (const lsNodePtr &node : *d->rows)
             visit(node);
     });
     const PassTimes indexed = timed([&](auto &&visit) {
-        for (qint32 i = 1; i <= m_rows->Count(); ++i)
-            visit(m_rows->Item(i));
+        for (qint32 i = 1; i <= d->rows->Count(); ++i)
+            visit(d->rows->Item(i));
     });
 
     const QString report =
         reportLine(QStringLiteral("Iterating using GetNextNode(): "), walked) +
         reportLine(QStringLiteral("Iterating using 'For Each Node': "), iterated) +
         reportLine(QStringLiteral("Iterating using 'For I=1 to Count': "), indexed);
-    if (messageBoxesPossible(*m_host))
+    if (messageBoxesPossible(*d->host))
         QMessageBox::information(this, QString::fromLatin1(ComponentInfo::module), report);
     return report;
 }

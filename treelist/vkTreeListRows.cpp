@@ -1,5 +1,6 @@
 // vkTreeList: rows, cells, selection, columns and header rows.
 
+#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "TreeListViewport.h"
@@ -46,38 +47,38 @@ void vkTreeList::checkCellCount(qint64 rows, qint64 columns) {
 
 qint16 vkTreeList::AddItem(const QVariant &Relative, qint32 &Relationship, const QVariant &Key,
                            const QString &Text, const QVariant &Image) {
-    checkCellCount(qint64(m_rows->Count()) + m_headers->Count() + 1, m_settings.columns);
+    checkCellCount(qint64(d->rows->Count()) + d->headers->Count() + 1, d->settings.columns);
     // Adding rows one by one below the view must not cost a frame each when none shows them. A
     // selection changes how rows look, not where they lie: while the pixels wait for Qt's paint,
     // the new row's selection leaves the layout to the add.
-    const bool frameWasCurrent = (!m_settings.autoSelectNew || m_frames->pixelsPending()) &&
-                                 m_frames->rowsUnchangedSinceFrame();
-    const lsNodePtr node = m_rows->Add(Relative, Relationship, Key, Text, Image);
+    const bool frameWasCurrent = (!d->settings.autoSelectNew || d->frames->pixelsPending()) &&
+                                 d->frames->rowsUnchangedSinceFrame();
+    const lsNodePtr node = d->rows->Add(Relative, Relationship, Key, Text, Image);
     if (!node)
         return -1;
-    CreateRowCells(node, Text, Image, m_picOut->ForeColor(), m_picOut->BackColor(),
+    CreateRowCells(node, Text, Image, d->picOut->ForeColor(), d->picOut->BackColor(),
                    static_cast<qint32>(Appearances::Flat));
     const qint16 result = toInt16(node->Index());
     if (!frameWasCurrent) {
-        if (m_settings.autoSelectNew)
+        if (d->settings.autoSelectNew)
             SelectItem(node->Index(), 0);
-        if (m_settings.autoRedraw) {
-            if (m_settings.autoSelectNew)
-                m_view->scrollIntoView(node->Index());
+        if (d->settings.autoRedraw) {
+            if (d->settings.autoSelectNew)
+                d->view->scrollIntoView(node->Index());
             Refresh(false);
         }
         return result;
     }
     // SelectItem's selection without its repaint: the layout of the add shows it, and the new
     // row is brought into view from there.
-    if (m_settings.autoSelectNew)
-        m_rows->Selected(node->Index(), 0, false);
-    const bool kept = m_frames->keepFrameAfterAdd(node);
+    if (d->settings.autoSelectNew)
+        d->rows->Selected(node->Index(), 0, false);
+    const bool kept = d->frames->keepFrameAfterAdd(node);
     if (!kept)
         Refresh(false);
     // A kept frame has just had its bars told about the new row.
-    if (m_settings.autoSelectNew)
-        kept ? m_view->ensureVisible(node->Index()) : m_view->scrollIntoView(node->Index());
+    if (d->settings.autoSelectNew)
+        kept ? d->view->ensureVisible(node->Index()) : d->view->scrollIntoView(node->Index());
     return result;
 }
 
@@ -90,8 +91,8 @@ qint16 vkTreeList::AddItem(const QVariant &Relative, lsRelationshipConstants Rel
 void vkTreeList::CreateRowCells(const lsNodePtr &node, const QString &Text, const QVariant &Image,
                                 OleColor foreColor, OleColor backColor, qint32 appearance) {
     lsCells &cells = node->borrowCells();
-    const lsNodePtr header = m_headers->at(1);
-    for (qint32 i = cells.Count() + 1; i <= m_settings.columns; ++i) {
+    const lsNodePtr header = d->headers->at(1);
+    for (qint32 i = cells.Count() + 1; i <= d->settings.columns; ++i) {
         const qint16 column = toInt16(i);
         lsCell *cell = cells.append(i == 1 ? Text : QString(), column, defaultCellWidth(header, i));
         if (i == 1)
@@ -112,46 +113,46 @@ qint32 vkTreeList::defaultCellWidth(const lsNodePtr &firstHeader, qint32 column)
 qint32 vkTreeList::defaultHeaderWidth(qint32 column) const {
     // The first header row itself is always built with 120 for every column; later header rows
     // copy its widths.
-    if (m_headers->Count() >= 2)
-        if (const lsCellPtr cell = m_headers->at(1)->Cells()->at(column))
+    if (d->headers->Count() >= 2)
+        if (const lsCellPtr cell = d->headers->at(1)->Cells()->at(column))
             return cell->Width();
     return 120;
 }
 
 void vkTreeList::addHeaderCells(const lsNodePtr &node) {
     const lsCellsPtr &cells = node->Cells();
-    for (qint32 c = cells->Count() + 1; c <= m_settings.columns; ++c) {
+    for (qint32 c = cells->Count() + 1; c <= d->settings.columns; ++c) {
         const lsCellPtr cell =
             cells->Add(QStringLiteral("Header%1").arg(c), toInt16(c), defaultHeaderWidth(c));
-        cell->setColor(m_picOut->ForeColor());
+        cell->setColor(d->picOut->ForeColor());
         cell->setBackColor(kHeaderBackColor);
         cell->setAppearance(kHeaderAppearance);
     }
 }
 
 bool vkTreeList::Clear() {
-    m_rows->Clear();
-    m_view->setFirstRow(0);
-    m_frames->setLastPaintedRow(0);
-    m_frames->RedrawFrame(false);
+    d->rows->Clear();
+    d->view->setFirstRow(0);
+    d->frames->setLastPaintedRow(0);
+    d->frames->RedrawFrame(false);
     return false;
 }
 
 lsNodePtr vkTreeList::Nodes(const QVariant &IndexKey) const {
-    return m_rows->Item(IndexKey);
+    return d->rows->Item(IndexKey);
 }
 
 qint32 vkTreeList::Rows() const {
-    return m_rows->Count();
+    return d->rows->Count();
 }
 
 qint32 vkTreeList::Row() const {
-    const lsNodePtr row = m_rows->SelectedRow();
+    const lsNodePtr row = d->rows->SelectedRow();
     return row ? row->Index() : 0;
 }
 
 qint32 vkTreeList::Col() const {
-    const lsCellPtr cell = m_rows->SelectedCell();
+    const lsCellPtr cell = d->rows->SelectedCell();
     return cell ? cell->Index() : 0;
 }
 
@@ -164,48 +165,48 @@ bool vkTreeList::Collapse(const QVariant &RowIndexKey) {
 }
 
 bool vkTreeList::setRowExpanded(const QVariant &RowIndexKey, bool expanded) {
-    const lsNodePtr node = m_rows->Item(RowIndexKey);
+    const lsNodePtr node = d->rows->Item(RowIndexKey);
     if (!node)
         return false;
-    m_rows->setExpanded(node, expanded);
+    d->rows->setExpanded(node, expanded);
     if (expanded)
         emit OnExpand(node->Index());
     else
         emit OnCollapse(node->Index());
-    m_frames->RedrawFrame(false);
+    d->frames->RedrawFrame(false);
     return true;
 }
 
 bool vkTreeList::RemoveItem(const QVariant &RowIndexKey) {
     bool result = false;
-    if (const lsNodePtr node = m_rows->Item(RowIndexKey)) {
+    if (const lsNodePtr node = d->rows->Item(RowIndexKey)) {
         if (node->Selected()) {
             // The replacement is searched from the node's key: a key-less row searches from the
             // first row, like the removal below that finds nothing by an empty key.
-            m_rows->SetFirstNode(node->Key());
-            lsNodePtr candidate = m_rows->GetNextNode(true);
+            d->rows->SetFirstNode(node->Key());
+            lsNodePtr candidate = d->rows->GetNextNode(true);
             for (qint32 i = node->Index() - 1; !candidate && i >= 1; --i) {
-                const lsNodePtr before = m_rows->at(i);
+                const lsNodePtr before = d->rows->at(i);
                 if (before && before->Displayed())
                     candidate = before;
             }
             if (candidate) {
-                const lsCellPtr cell = m_rows->SelectedCell();
+                const lsCellPtr cell = d->rows->SelectedCell();
                 SelectItem(candidate->Index(),
                            cell ? std::optional<qint32>(cell->Index()) : std::nullopt);
             }
         }
-        m_rows->Remove(node->Key());
-        m_frames->RedrawFrame(false);
+        d->rows->Remove(node->Key());
+        d->frames->RedrawFrame(false);
         result = true;
     }
-    if (m_rows->Count() == 0)
-        m_rows->ClearSelection();
+    if (d->rows->Count() == 0)
+        d->rows->ClearSelection();
     return result;
 }
 
 bool vkTreeList::SetVisibility(const QVariant &RowIndexKey) {
-    return m_rows->SetVisibility(m_rows->Item(RowIndexKey));
+    return d->rows->SetVisibility(d->rows->Item(RowIndexKey));
 }
 
 // --- Cells --------------------------------------------------------------------------------------
@@ -215,7 +216,7 @@ lsNodePtr vkTreeList::listRow(qint32 &RowID, qint32 &ColID) const {
         RowID = Row();
     if (ColID == -1)
         ColID = Col();
-    return m_rows->at(RowID);
+    return d->rows->at(RowID);
 }
 
 lsCellPtr vkTreeList::ResolveListCell(qint32 &RowID, qint32 &ColID) const {
@@ -224,7 +225,7 @@ lsCellPtr vkTreeList::ResolveListCell(qint32 &RowID, qint32 &ColID) const {
 }
 
 lsCellPtr vkTreeList::ResolveHeaderCell(qint32 RowID, qint32 ColID) const {
-    return cellAt(*m_headers, RowID, ColID);
+    return cellAt(*d->headers, RowID, ColID);
 }
 
 QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {
@@ -235,31 +236,31 @@ QVariant vkTreeList::ListCell(qint32 CellProperty, qint32 RowID, qint32 ColID) {
 
 void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                              const QVariant &value) {
-    const bool frameWasCurrent = m_frames->rowsUnchangedSinceFrame();
+    const bool frameWasCurrent = d->frames->rowsUnchangedSinceFrame();
     const lsNodePtr row = listRow(RowID, ColID);
     lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
     if (row->Displayed()) {
-        if (!(frameWasCurrent && m_frames->repaintCellInPlace(row, CellProperty)))
-            m_frames->repaintRow(row, false);
+        if (!(frameWasCurrent && d->frames->repaintCellInPlace(row, CellProperty)))
+            d->frames->repaintRow(row, false);
     } else if (frameWasCurrent)
-        m_frames->keepFrameCurrent(); // a row off screen: the frame still shows the same
+        d->frames->keepFrameCurrent(); // a row off screen: the frame still shows the same
 }
 
 QVariant vkTreeList::HeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID) const {
-    const lsCell *cell = borrowCell(m_headers->at(RowID), ColID);
+    const lsCell *cell = borrowCell(d->headers->at(RowID), ColID);
     return cell ? cellProperty(*cell, CellProperty) : QVariant();
 }
 
 void vkTreeList::setHeaderCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
                                const QVariant &value) {
-    const lsNodePtr row = m_headers->at(RowID);
+    const lsNodePtr row = d->headers->at(RowID);
     lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
     if (row->Displayed())
-        m_frames->repaintRow(row, true);
+        d->frames->repaintRow(row, true);
 }
 
 QVariant vkTreeList::cellProperty(const lsCell &cell, qint32 property) const {
@@ -339,27 +340,31 @@ bool vkTreeList::setCellProperty(lsCell &cell, qint32 property, const QVariant &
 
 // --- Selection ----------------------------------------------------------------------------------
 
+void vkTreeList::SelectItem(qint32 RowID, qint32 ColID) {
+    SelectItem(RowID, std::optional<qint32>(ColID));
+}
+
 void vkTreeList::SelectItem(qint32 RowID, std::optional<qint32> ColID) {
     if (!ColID) {
-        const lsCellPtr cell = m_rows->SelectedCell();
+        const lsCellPtr cell = d->rows->SelectedCell();
         ColID = cell ? cell->Index() : 1;
     }
     // A programmatic selection always replaces the previous one, whatever MultiSelect says.
-    m_rows->Selected(RowID, *ColID, false);
-    m_frames->RedrawFrame(false);
+    d->rows->Selected(RowID, *ColID, false);
+    d->frames->RedrawFrame(false);
 }
 
 bool vkTreeList::Mark(qint32 RowID) const {
-    const lsNodePtr row = m_rows->Item(RowID);
+    const lsNodePtr row = d->rows->Item(RowID);
     return row && row->Marked();
 }
 
 void vkTreeList::setMark(qint32 RowID, bool value) {
-    const lsNodePtr row = m_rows->Item(RowID);
+    const lsNodePtr row = d->rows->Item(RowID);
     if (!row)
         return;
     row->setMarked(value);
-    m_frames->RedrawFrame(false);
+    d->frames->RedrawFrame(false);
 }
 
 // --- Columns and headers ------------------------------------------------------------------------
@@ -370,60 +375,60 @@ void vkTreeList::setColumns(qint32 value) {
     // Cell numbers are 16-bit: past that the cells could never be made, and trying would first
     // make 32767 of them in every row.
     toInt16(value);
-    checkCellCount(qint64(m_rows->Count()) + m_headers->Count(), value);
-    if (value > m_settings.columns) {
-        m_settings.columns = value;
-        for (const lsNodePtr &row : *m_rows)
-            CreateRowCells(row, QString(), emptyText(), m_picOut->ForeColor(),
-                           m_picOut->BackColor(), static_cast<qint32>(Appearances::Flat));
-        for (const lsNodePtr &header : *m_headers)
+    checkCellCount(qint64(d->rows->Count()) + d->headers->Count(), value);
+    if (value > d->settings.columns) {
+        d->settings.columns = value;
+        for (const lsNodePtr &row : *d->rows)
+            CreateRowCells(row, QString(), emptyText(), d->picOut->ForeColor(),
+                           d->picOut->BackColor(), static_cast<qint32>(Appearances::Flat));
+        for (const lsNodePtr &header : *d->headers)
             addHeaderCells(header);
         notify("Columns");
         Refresh(true);
-    } else if (value < m_settings.columns) {
+    } else if (value < d->settings.columns) {
         const auto trim = [&](lsNodes &nodes) {
             for (const lsNodePtr &row : nodes) {
                 lsCells &cells = row->borrowCells();
-                for (qint32 c = std::min(m_settings.columns, cells.Count()); c > value; --c)
+                for (qint32 c = std::min(d->settings.columns, cells.Count()); c > value; --c)
                     cells.Remove(c);
             }
         };
-        trim(*m_rows);
-        trim(*m_headers);
-        m_settings.columns = value;
+        trim(*d->rows);
+        trim(*d->headers);
+        d->settings.columns = value;
         notify("Columns");
         Refresh(true);
     }
     // At design time the sample always covers the new column count.
-    if (!m_host->AmbientUserMode()) {
+    if (!d->host->AmbientUserMode()) {
         buildDesignSample();
         Refresh(true);
     }
 }
 
 qint16 vkTreeList::Headers() {
-    m_settings.headerCount = m_headers->Count();
-    return toInt16(m_settings.headerCount);
+    d->settings.headerCount = d->headers->Count();
+    return toInt16(d->settings.headerCount);
 }
 
 void vkTreeList::setHeaders(qint32 count) {
     // The count is 16-bit: a larger one fails before any header row is touched.
     const qint16 value = toInt16(count);
     const qint32 current = Headers();
-    checkCellCount(qint64(m_rows->Count()) + value, m_settings.columns);
+    checkCellCount(qint64(d->rows->Count()) + value, d->settings.columns);
     if (value < current) {
         for (qint32 i = current; i > value && i >= 1; --i)
-            m_headers->Remove(i);
-        m_settings.headerCount = value;
+            d->headers->Remove(i);
+        d->settings.headerCount = value;
         notify("Headers");
         Refresh(true);
     } else if (value > current) {
         for (qint32 i = current + 1; i <= value; ++i) {
             // Header rows are flat, each after the previous one.
             const QVariant relative = i > 1 ? QVariant(i - 1) : QVariant();
-            addHeaderCells(m_headers->Add(relative, lsNext, emptyText(), QString()));
+            addHeaderCells(d->headers->Add(relative, lsNext, emptyText(), QString()));
         }
-        m_settings.headerCount = value;
+        d->settings.headerCount = value;
         notify("Headers");
         Refresh(true);
     }

@@ -1,6 +1,7 @@
 // vkTreeList: the settings, their accessors and the persisted ones' table, which a new control,
 // a load and a save all read.
 
+#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "FrameKeeper.h"
@@ -58,100 +59,100 @@ const std::vector<PersistedSetting> &PersistedSetting::all() {
     // In the order a load reads them, which decides the property a bad file's error names.
     static const std::vector<PersistedSetting> rows = {
         {"AutoRedraw", [](const T &) { return QVariant(kDefaults.autoRedraw); },
-         [](const T &t) { return QVariant(t.m_settings.autoRedraw); }, nullptr,
-         [](T &t, V v) { t.m_settings.autoRedraw = v.toBool(); }, 0},
+         [](const T &t) { return QVariant(t.d->settings.autoRedraw); }, nullptr,
+         [](T &t, V v) { t.d->settings.autoRedraw = v.toBool(); }, 0},
         // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
         {"Columns", [](const T &) { return i32(kDefaults.columns); },
-         [](const T &t) { return i32(t.m_settings.columns); },
+         [](const T &t) { return i32(t.d->settings.columns); },
          [](const T &, V v, const Loaded &) { toInt16(v.value<qint32>()); },
          [](T &t, V v) { t.setColumns(v.value<qint32>()); }, 2},
         {"EditMode", [](const T &) { return i32(kDefaults.editMode); },
-         [](const T &t) { return i32(t.m_settings.editMode); }, nullptr,
-         [](T &t, V v) { t.m_settings.editMode = v.value<qint32>(); }, 0},
+         [](const T &t) { return i32(t.d->settings.editMode); }, nullptr,
+         [](T &t, V v) { t.d->settings.editMode = v.value<qint32>(); }, 0},
         {"FocusType", [](const T &) { return i32(kDefaults.focusType); },
-         [](const T &t) { return i32(t.m_settings.focusType); }, nullptr,
-         [](T &t, V v) { t.m_settings.focusType = v.value<qint32>(); }, 0},
+         [](const T &t) { return i32(t.d->settings.focusType); }, nullptr,
+         [](T &t, V v) { t.d->settings.focusType = v.value<qint32>(); }, 0},
         {"Headers", [](const T &) { return i16(kDefaults.headerCount); },
-         [](const T &t) { return i16(t.m_settings.headerCount); },
+         [](const T &t) { return i16(t.d->settings.headerCount); },
          [](const T &t, V v, const Loaded &loaded) {
-             vkTreeList::checkCellCount(qint64(t.m_rows->Count()) +
+             vkTreeList::checkCellCount(qint64(t.d->rows->Count()) +
                                             std::max<qint16>(v.value<qint16>(), 0),
                                         loaded.value(QStringLiteral("Columns")).value<qint32>());
          },
          [](T &t, V v) { t.setHeaders(v.value<qint16>()); }, 1},
         {"RowHeight", [](const T &) { return i32(kDefaults.rowHeight); },
-         [](const T &t) { return i32(t.m_settings.rowHeight); }, nullptr,
-         [](T &t, V v) { t.m_settings.rowHeight = v.value<qint32>(); }, 0},
+         [](const T &t) { return i32(t.d->settings.rowHeight); }, nullptr,
+         [](T &t, V v) { t.d->settings.rowHeight = v.value<qint32>(); }, 0},
         {"LineStyle", [](const T &) { return i32(kDefaults.lineStyle); },
-         [](const T &t) { return i32(t.m_settings.lineStyle); }, nullptr,
-         [](T &t, V v) { t.m_settings.lineStyle = v.value<qint32>(); }, 0},
+         [](const T &t) { return i32(t.d->settings.lineStyle); }, nullptr,
+         [](T &t, V v) { t.d->settings.lineStyle = v.value<qint32>(); }, 0},
         {"ColumnWidth", [](const T &) { return i32(kDefaults.defaultColumnWidth); },
-         [](const T &t) { return i32(t.m_settings.defaultColumnWidth); }, nullptr,
-         [](T &t, V v) { t.m_settings.defaultColumnWidth = v.value<qint32>(); }, 0},
+         [](const T &t) { return i32(t.d->settings.defaultColumnWidth); }, nullptr,
+         [](T &t, V v) { t.d->settings.defaultColumnWidth = v.value<qint32>(); }, 0},
         // A name the host registered its image list under, or nothing.
         {"ImageList", [](const T &) { return QVariant(); },
          [](const T &t) {
-             const QString name = t.m_host->imageListName(t.m_imageList);
+             const QString name = t.d->host->imageListName(t.d->imageList);
              return name.isEmpty() ? QVariant() : QVariant(name);
          },
          nullptr,
          [](T &t, V v) {
-             t.m_imageList = v.isValid() ? t.m_host->findImageList(v.toString()) : nullptr;
+             t.d->imageList = v.isValid() ? t.d->host->findImageList(v.toString()) : nullptr;
          },
          0},
         {"Enabled", [](const T &) { return QVariant(true); },
          [](const T &t) { return QVariant(t.Enabled()); }, nullptr,
          [](T &t, V v) { t.setEnabled(v.toBool()); }, 0},
         {"Appearance", [](const T &) { return i16(kDefaults.appearance); },
-         [](const T &t) { return i16(t.m_settings.appearance); }, nullptr,
+         [](const T &t) { return i16(t.d->settings.appearance); }, nullptr,
          [](T &t, V v) { t.setAppearance(v.value<qint16>()); }, 0},
         // The font a new control gets is the host's.
-        {"Font", [](const T &t) { return stdFontToVariant(t.m_host->AmbientFont()); },
-         [](const T &t) { return stdFontToVariant(t.m_picOut->Font()); },
+        {"Font", [](const T &t) { return stdFontToVariant(t.d->host->AmbientFont()); },
+         [](const T &t) { return stdFontToVariant(t.d->picOut->Font()); },
          [](const T &, V v, const Loaded &) { stdFontFromVariant(v.toMap()); },
-         [](T &t, V v) { t.m_picOut->setFont(stdFontFromVariant(v.toMap())); }, 0},
+         [](T &t, V v) { t.d->picOut->setFont(stdFontFromVariant(v.toMap())); }, 0},
         // Colours load in either their unsigned or their signed 32-bit form.
         {"ForeColor", [](const T &) { return u32(TreeListSettings::kForeColor); },
-         [](const T &t) { return u32(t.m_picOut->ForeColor()); }, nullptr,
-         [](T &t, V v) { t.m_picOut->setForeColor(v.value<quint32>()); }, 0},
+         [](const T &t) { return u32(t.d->picOut->ForeColor()); }, nullptr,
+         [](T &t, V v) { t.d->picOut->setForeColor(v.value<quint32>()); }, 0},
         {"BackColor", [](const T &) { return u32(TreeListSettings::kBackColor); },
-         [](const T &t) { return u32(t.m_picOut->BackColor()); }, nullptr,
+         [](const T &t) { return u32(t.d->picOut->BackColor()); }, nullptr,
          [](T &t, V v) {
-             t.m_picOut->setBackColor(v.value<quint32>());
+             t.d->picOut->setBackColor(v.value<quint32>());
              t.paintBorderBackground();
          },
          0},
         {"MultiSelect", [](const T &) { return numberFlag(kDefaults.multiSelect); },
-         [](const T &t) { return numberFlag(t.m_settings.multiSelect); }, nullptr,
-         [](T &t, V v) { t.m_settings.multiSelect = v.value<qint16>() != 0; }, 0},
+         [](const T &t) { return numberFlag(t.d->settings.multiSelect); }, nullptr,
+         [](T &t, V v) { t.d->settings.multiSelect = v.value<qint16>() != 0; }, 0},
         {"AutoSelectNew", [](const T &) { return QVariant(kDefaults.autoSelectNew); },
-         [](const T &t) { return QVariant(t.m_settings.autoSelectNew); }, nullptr,
-         [](T &t, V v) { t.m_settings.autoSelectNew = v.toBool(); }, 0},
+         [](const T &t) { return QVariant(t.d->settings.autoSelectNew); }, nullptr,
+         [](T &t, V v) { t.d->settings.autoSelectNew = v.toBool(); }, 0},
         {"ComponentVersion", [](const T &) { return i16(0); },
-         [](const T &t) { return i16(t.m_settings.componentVersion.toInt()); }, nullptr,
-         [](T &t, V v) { t.m_settings.componentVersion = i16(v.value<qint16>()); }, 0},
+         [](const T &t) { return i16(t.d->settings.componentVersion.toInt()); }, nullptr,
+         [](T &t, V v) { t.d->settings.componentVersion = i16(v.value<qint16>()); }, 0},
         {"ExpandOnDoubleClick", [](const T &) { return numberFlag(kDefaults.expandOnDoubleClick); },
-         [](const T &t) { return numberFlag(t.m_settings.expandOnDoubleClick); }, nullptr,
-         [](T &t, V v) { t.m_settings.expandOnDoubleClick = v.value<qint16>() != 0; }, 0},
+         [](const T &t) { return numberFlag(t.d->settings.expandOnDoubleClick); }, nullptr,
+         [](T &t, V v) { t.d->settings.expandOnDoubleClick = v.value<qint16>() != 0; }, 0},
     };
     return rows;
 }
 
 void vkTreeList::InitProperties() {
     // Starting over leaves the border and the scale unit as the window has them.
-    const qint16 appearance = m_settings.appearance;
-    const qint16 scaleMode = m_settings.scaleMode;
-    m_settings = TreeListSettings();
-    m_settings.appearance = appearance;
-    m_settings.scaleMode = scaleMode;
+    const qint16 appearance = d->settings.appearance;
+    const qint16 scaleMode = d->settings.scaleMode;
+    d->settings = TreeListSettings();
+    d->settings.appearance = appearance;
+    d->settings.scaleMode = scaleMode;
     paintBorderBackground();
-    if (!m_host->AmbientUserMode()) {
+    if (!d->host->AmbientUserMode()) {
         buildDesignSample();
         Refresh(true);
     } else {
         // A Qt host creates its controls in code rather than loading them from a saved form, so
         // a new control starts the way a saved default one loads: one header row, one column.
-        setHeaders(static_cast<qint16>(m_settings.headerCount));
+        setHeaders(static_cast<qint16>(d->settings.headerCount));
     }
 }
 
@@ -185,86 +186,86 @@ void vkTreeList::WriteProperties(PropertyBag &bag) const {
 void vkTreeList::paintBorderBackground() {
     // The border strip around the drawing child shows the control's background colour.
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_picOut->BackColor())));
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(d->picOut->BackColor())));
     setPalette(pal);
 }
 
 void vkTreeList::setAppearance(qint32 value) {
-    m_settings.appearance = toInt16(value);
-    const int border = m_settings.appearance == lsApp3D ? TreeListSettings::kBorder3D : 0;
+    d->settings.appearance = toInt16(value);
+    const int border = d->settings.appearance == lsApp3D ? TreeListSettings::kBorder3D : 0;
     setContentsMargins(border, border, border, border);
     notify("Appearance");
-    m_frames->RedrawFrame(false);
+    d->frames->RedrawFrame(false);
 }
 
 void vkTreeList::setAutoRedraw(bool value) {
     // Turned off, the control keeps showing the frame of its last repaint.
-    m_frames->settlePixels();
-    m_settings.autoRedraw = value;
+    d->frames->settlePixels();
+    d->settings.autoRedraw = value;
     notify("AutoRedraw");
     if (value)
         Refresh(false);
 }
 
 OleColor vkTreeList::BackColor() const {
-    return m_picOut->BackColor();
+    return d->picOut->BackColor();
 }
 
 void vkTreeList::setBackColor(OleColor value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_picOut->setBackColor(value);
+    d->frames->settlePixels();
+    d->picOut->setBackColor(value);
     notify("BackColor");
 }
 
 void vkTreeList::setEditMode(qint32 value) {
-    m_settings.editMode = value;
+    d->settings.editMode = value;
     notify("EditMode");
 }
 
 void vkTreeList::setFocusType(qint32 value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_settings.focusType = value;
+    d->frames->settlePixels();
+    d->settings.focusType = value;
     notify("FocusType");
 }
 
 StdFontPtr vkTreeList::Font() const {
-    return m_picOut->Font();
+    return d->picOut->Font();
 }
 
 void vkTreeList::setFont(const StdFontPtr &font) {
     if (!font)
         throw TreeListError(TreeListError::TypeMismatch);
-    m_frames->settlePixels();
-    m_picOut->setFont(font);
+    d->frames->settlePixels();
+    d->picOut->setFont(font);
     notify("Font");
 }
 
 OleColor vkTreeList::ForeColor() const {
-    return m_picOut->ForeColor();
+    return d->picOut->ForeColor();
 }
 
 void vkTreeList::setForeColor(OleColor value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_picOut->setForeColor(value);
+    d->frames->settlePixels();
+    d->picOut->setForeColor(value);
     notify("ForeColor");
 }
 
 void vkTreeList::setImageList(const lsImageListPtr &list) {
     // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_imageList = list;
+    d->frames->settlePixels();
+    d->imageList = list;
     notify("ImageList");
 }
 
 QString vkTreeList::imageListName() const {
-    return m_host->imageListName(m_imageList);
+    return d->host->imageListName(d->imageList);
 }
 
 void vkTreeList::setImageListName(const QString &name) {
-    setImageList(name.isEmpty() ? nullptr : m_host->findImageList(name));
+    setImageList(name.isEmpty() ? nullptr : d->host->findImageList(name));
 }
 
 QFont vkTreeList::qtFont() const {
@@ -276,33 +277,89 @@ void vkTreeList::setQtFont(const QFont &font) {
 }
 
 void vkTreeList::setLineStyle(qint32 value) {
-    m_settings.lineStyle = value;
+    d->settings.lineStyle = value;
     notify("LineStyle");
-    m_frames->RedrawFrame(false);
+    d->frames->RedrawFrame(false);
 }
 
 void vkTreeList::setRowHeight(qint32 value) {
     // Out-of-range heights are ignored without an error, on purpose.
     if (value < 16 || value > 255)
         return;
-    m_settings.rowHeight = value;
+    d->settings.rowHeight = value;
     notify("RowHeight");
-    m_frames->RedrawFrame(false);
+    d->frames->RedrawFrame(false);
 }
 
 void vkTreeList::setMultiSelect(bool value) {
     // No repaint follows: the frame shows the look of the last repaint.
-    m_frames->settlePixels();
-    m_settings.multiSelect = value;
+    d->frames->settlePixels();
+    d->settings.multiSelect = value;
     notify("MultiSelect");
 }
 
 void vkTreeList::setAutoSelectNew(bool value) {
-    m_settings.autoSelectNew = value;
+    d->settings.autoSelectNew = value;
     notify("AutoSelectNew");
 }
 
 void vkTreeList::setExpandOnDoubleClick(bool value) {
-    m_settings.expandOnDoubleClick = value;
+    d->settings.expandOnDoubleClick = value;
     notify("ExpandOnDoubleClick");
+}
+
+qint32 vkTreeList::Appearance() const {
+    return d->settings.appearance;
+}
+
+bool vkTreeList::AutoRedraw() const {
+    return d->settings.autoRedraw;
+}
+
+qint32 vkTreeList::EditMode() const {
+    return d->settings.editMode;
+}
+
+qint32 vkTreeList::FocusType() const {
+    return d->settings.focusType;
+}
+
+qint32 vkTreeList::LineStyle() const {
+    return d->settings.lineStyle;
+}
+
+qint32 vkTreeList::RowHeight() const {
+    return d->settings.rowHeight;
+}
+
+bool vkTreeList::MultiSelect() const {
+    return d->settings.multiSelect;
+}
+
+bool vkTreeList::AutoSelectNew() const {
+    return d->settings.autoSelectNew;
+}
+
+bool vkTreeList::ExpandOnDoubleClick() const {
+    return d->settings.expandOnDoubleClick;
+}
+
+qint32 vkTreeList::DefaultColumnWidth() const {
+    return d->settings.defaultColumnWidth;
+}
+
+qint16 vkTreeList::ScaleMode() const {
+    return d->settings.scaleMode;
+}
+
+void vkTreeList::setScaleMode(qint32 value) {
+    d->settings.scaleMode = toInt16(value);
+}
+
+qint32 vkTreeList::Columns() const {
+    return d->settings.columns;
+}
+
+const lsImageListPtr &vkTreeList::ImageList() const {
+    return d->imageList;
 }
