@@ -1,159 +1,106 @@
 #include "EditProperties.h"
 
 #include "EditSession.h"
-#include "PropertyBag.h"
+#include "PropertyNotify.h"
 #include "SystemColors.h"
 #include "TreeListError.h"
 #include "VariantNumber.h"
 #include "lsEdit.h"
 
-#include <array>
-
-namespace {
-
-QVariant i16(qint16 v) {
-    return QVariant::fromValue<qint16>(v);
-}
-
-QVariant i32(qint32 v) {
-    return QVariant::fromValue<qint32>(v);
-}
-
-QVariant u32(quint32 v) {
-    return QVariant::fromValue<quint32>(v);
-}
-
-QVariant bagForm(const EditProperties::Row &row, const QVariant &field) {
-    return row.toBag ? row.toBag(field) : field;
-}
-
-// The default of every row, in the field's form.
-std::array<QVariant, EditProperties::RowCount> defaults(const lsEdit &edit) {
-    std::array<QVariant, EditProperties::RowCount> values;
-    const auto rows = EditProperties::table();
-    for (size_t i = 0; i < rows.size(); ++i)
-        values[i] = rows[i].initial(edit);
-    return values;
-}
-
-} // namespace
-
 std::span<const EditProperties::Row> EditProperties::table() {
     using E = lsEdit;
+    using V = const QVariant &;
     // Defined here, inside a member, so the rows may reach the editor's private fields.
     static const Row rows[] = {
-        {"BorderStyle", [](const E &) { return i16(0); }, true, false, &E::BorderStyleChanged,
-         [](const E &e) { return i16(e.m_borderStyle); },
-         [](E &e, const QVariant &v) {
+        {"BorderStyle", [](const E &) { return asInt16(0); },
+         [](const E &e) { return asInt16(e.m_borderStyle); },
+         [](E &e, V v) {
              e.m_borderStyle = v.value<qint16>();
              e.applyFrame();
          },
-         nullptr, nullptr},
-        {"Appearance", [](const E &) { return i16(1); }, true, false, &E::AppearanceChanged,
-         [](const E &e) { return i16(e.m_appearance); },
-         [](E &e, const QVariant &v) {
+         nullptr, nullptr, 0, true},
+        {"Appearance", [](const E &) { return asInt16(1); },
+         [](const E &e) { return asInt16(e.m_appearance); },
+         [](E &e, V v) {
              e.m_appearance = v.value<qint16>();
              e.applyFrame();
          },
-         nullptr, nullptr},
-        {"BackColor", [](const E &) { return u32(SysButtonFace); }, true, false,
-         &E::BackColorChanged, [](const E &e) { return u32(e.m_backColor); },
-         [](E &e, const QVariant &v) {
+         nullptr, nullptr, 0, true},
+        {"BackColor", [](const E &) { return asUInt32(SysButtonFace); },
+         [](const E &e) { return asUInt32(e.m_backColor); },
+         [](E &e, V v) {
              e.m_backColor = v.value<quint32>();
              e.applyColours();
          },
-         nullptr, nullptr},
-        {"ForeColor", [](const E &) { return u32(SysButtonText); }, true, false,
-         &E::ForeColorChanged, [](const E &e) { return u32(e.m_foreColor); },
-         [](E &e, const QVariant &v) {
+         nullptr, nullptr, 0, true},
+        {"ForeColor", [](const E &) { return asUInt32(SysButtonText); },
+         [](const E &e) { return asUInt32(e.m_foreColor); },
+         [](E &e, V v) {
              e.m_foreColor = v.value<quint32>();
              e.applyColours();
          },
-         nullptr, nullptr},
+         nullptr, nullptr, 0, true},
         // The host's own font object, shared: the editor follows changes the host makes to it.
-        {"Font", [](const E &e) { return QVariant::fromValue(e.m_host->AmbientFont()); }, true,
-         true, &E::FontChanged, [](const E &e) { return QVariant::fromValue(e.m_font); },
-         [](E &e, const QVariant &v) { e.m_font = v.value<StdFontPtr>(); },
-         [](const QVariant &v) { return stdFontToVariant(v.value<StdFontPtr>()); },
-         [](const QVariant &v) { return QVariant::fromValue(stdFontFromVariant(v.toMap())); }},
+        {"Font", [](const E &e) { return QVariant::fromValue(e.m_host->AmbientFont()); },
+         [](const E &e) { return QVariant::fromValue(e.m_font); },
+         [](E &e, V v) { e.m_font = v.value<StdFontPtr>(); },
+         [](V v) { return stdFontToVariant(v.value<StdFontPtr>()); },
+         [](const E &, V v, const PropertyValues &) {
+             return QVariant::fromValue(stdFontFromVariant(v.toMap()));
+         },
+         0, true},
         // Any mode is kept as given, but only a number fits the bag's 32 bits.
-        {"Mode", [](const E &) { return i32(lsEditTextBox); }, true, true, &E::ModeChanged,
-         [](const E &e) { return e.m_mode; }, [](E &e, const QVariant &v) { e.m_mode = v; },
-         [](const QVariant &v) { return i32(toLong(v)); }, nullptr},
-        {"Enabled", [](const E &) { return QVariant(true); }, true, false, &E::EnabledChanged,
+        {"Mode", [](const E &) { return asInt32(lsEditTextBox); },
+         [](const E &e) { return e.m_mode; }, [](E &e, V v) { e.m_mode = v; },
+         [](V v) { return asInt32(toLong(v)); }, nullptr, 0, true},
+        {"Enabled", [](const E &) { return QVariant(true); },
          [](const E &e) { return QVariant(e.isEnabled()); },
-         [](E &e, const QVariant &v) { e.QWidget::setEnabled(v.toBool()); }, nullptr, nullptr},
-        {"Value", [](const E &) { return QVariant(QString()); }, true, true, &E::ValueChanged,
-         [](const E &e) { return e.m_value; }, [](E &e, const QVariant &v) { e.m_value = v; },
-         [](const QVariant &v) { return QVariant(v.toString()); }, nullptr},
+         [](E &e, V v) { e.QWidget::setEnabled(v.toBool()); }, nullptr, nullptr, 0, true},
+        {"Value", [](const E &) { return QVariant(QString()); },
+         [](const E &e) { return e.m_value; }, [](E &e, V v) { e.m_value = v; },
+         [](V v) { return QVariant(v.toString()); }, nullptr, 0, true},
         // An edit opens only through Edit; set to its default the editor closes. It closes
         // before the list index is stored, as a handler of OnClose may read the index from the
         // list and so overwrite it.
-        {"Editing", [](const E &) { return QVariant(false); }, false, true, nullptr,
+        {"Editing", [](const E &) { return QVariant(false); },
          [](const E &e) { return QVariant(e.isEditing()); },
-         [](E &e, const QVariant &v) {
+         [](E &e, V v) {
              if (!v.toBool())
                  e.m_session->close();
          },
-         nullptr, nullptr},
+         nullptr, nullptr, 0, false},
         // The cached index is what is saved: reading the list would make a save change the
         // control. The list is empty when a control loads, so only the cache is restored.
-        {"ListIndex", [](const E &) { return i32(0); }, true, true, &E::ListIndexChanged,
-         [](const E &e) { return i32(e.m_listIndex); },
-         [](E &e, const QVariant &v) { e.m_listIndex = v.value<qint32>(); },
-         [](const QVariant &v) { return i16(toInt16(v.value<qint32>())); }, nullptr},
-        {"ScaleMode", [](const E &) { return i16(1); }, true, false, &E::ScaleModeChanged,
-         [](const E &e) { return i16(e.m_scaleMode); },
-         [](E &e, const QVariant &v) { e.m_scaleMode = v.value<qint16>(); }, nullptr, nullptr},
+        {"ListIndex", [](const E &) { return asInt32(0); },
+         [](const E &e) { return asInt32(e.m_listIndex); },
+         [](E &e, V v) { e.m_listIndex = v.value<qint32>(); },
+         [](V v) { return asInt16(toInt16(v.value<qint32>())); }, nullptr, 0, true},
+        {"ScaleMode", [](const E &) { return asInt16(1); },
+         [](const E &e) { return asInt16(e.m_scaleMode); },
+         [](E &e, V v) { e.m_scaleMode = v.value<qint16>(); }, nullptr, nullptr, 0, true},
     };
     static_assert(std::size(rows) == RowCount);
     return rows;
 }
 
 void EditProperties::setUp(lsEdit &edit) {
-    const auto values = defaults(edit);
-    const auto rows = table();
-    for (size_t i = 0; i < rows.size(); ++i)
-        rows[i].put(edit, values[i]);
+    for (const Row &row : table())
+        row.put(edit, row.initial(edit));
 }
 
 void EditProperties::reset(lsEdit &edit) {
-    const auto values = defaults(edit);
+    // The look and the unit stay as the window has them.
     const auto rows = table();
-    for (size_t i = 0; i < rows.size(); ++i)
-        if (rows[i].reset)
-            rows[i].put(edit, values[i]);
+    for (Id id : {Font, Mode, Value, Editing, ListIndex})
+        rows[id].put(edit, rows[id].initial(edit));
 }
 
 void EditProperties::read(lsEdit &edit, const PropertyBag &bag) {
-    auto values = defaults(edit);
-    const auto rows = table();
-    for (size_t i = 0; i < rows.size(); ++i) {
-        const Row &row = rows[i];
-        if (!row.persisted)
-            continue;
-        const QString key = QLatin1String(row.key);
-        const QVariant stored = bag.ReadProperty(key, bagForm(row, values[i]));
-        try {
-            values[i] = row.fromBag ? row.fromBag(stored) : stored;
-        } catch (const TreeListError &e) {
-            throw bag.errorAt(key, e);
-        }
-    }
-    for (size_t i = 0; i < rows.size(); ++i)
-        rows[i].put(edit, values[i]);
+    readProperties(edit, table(), bag);
 }
 
 void EditProperties::write(const lsEdit &edit, PropertyBag &bag) {
-    const auto values = defaults(edit);
-    const auto rows = table();
-    std::array<std::pair<QVariant, QVariant>, RowCount> saved;
-    for (size_t i = 0; i < rows.size(); ++i)
-        if (rows[i].persisted)
-            saved[i] = {bagForm(rows[i], rows[i].field(edit)), bagForm(rows[i], values[i])};
-    for (size_t i = 0; i < rows.size(); ++i)
-        if (rows[i].persisted)
-            bag.WriteProperty(QLatin1String(rows[i].key), saved[i].first, saved[i].second);
+    writeProperties(edit, table(), bag);
 }
 
 void EditProperties::set(lsEdit &edit, Id id, const QVariant &value) {
@@ -162,8 +109,7 @@ void EditProperties::set(lsEdit &edit, Id id, const QVariant &value) {
 }
 
 void EditProperties::notify(lsEdit &edit, Id id) {
-    const Row &row = table()[size_t(id)];
-    emit edit.PropertyChanged(QLatin1String(row.key));
-    if (row.changed)
-        (edit.*row.changed)();
+    const QString key = QLatin1String(table()[size_t(id)].key);
+    emit edit.PropertyChanged(key);
+    emitPropertyNotify(edit, key);
 }

@@ -1,11 +1,11 @@
 #include "ColumnGeometry.h"
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "FrameKeeper.h"
 #include "KeyCodes.h"
 #include "PictureBox.h"
+#include "TreeListState.h"
 #include "TreeListViewport.h"
 
 #include <QScopeGuard>

@@ -3,9 +3,9 @@
 
 #include "FrameKeeper.h"
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
+#include "TreeListState.h"
 #include "TreeListViewport.h"
 
 #include "PictureBox.h"

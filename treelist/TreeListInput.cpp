@@ -1,9 +1,9 @@
 #include "TreeListInput.h"
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "ColumnGeometry.h"
+#include "TreeListState.h"
 #include "TreeListViewport.h"
 
 #include "FrameKeeper.h"

@@ -1,9 +1,9 @@
 #include "TreeListViewport.h"
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "FrameKeeper.h"
+#include "TreeListState.h"
 
 #include "lsEdit.h"
 

@@ -3,13 +3,13 @@
 // walk every row (the collection's own walk, iteration, and Item by position), each drawing the
 // rows' texts off screen as a frame would.
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "ComponentInfo.h"
 #include "NumberPicture.h"
 #include "PictureBox.h"
 #include "SystemTimer.h"
+#include "TreeListState.h"
 
 #include <QGuiApplication>
 #include <QMessageBox>

@@ -5,9 +5,9 @@
 // BeforeEdit, ValidateEdit and EditButtonClick with their arguments by reference; the control
 // never writes the edited value into the cell: the host does, in AfterEdit.
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
+#include "TreeListState.h"
 #include "TreeListViewport.h"
 
 #include "FrameKeeper.h"

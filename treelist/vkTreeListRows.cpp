@@ -1,8 +1,8 @@
 // vkTreeList: rows, cells, selection, columns and header rows.
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
+#include "TreeListState.h"
 #include "TreeListViewport.h"
 
 #include "FrameKeeper.h"

@@ -1,139 +1,129 @@
 // vkTreeList: the settings, their accessors and the persisted ones' table, which a new control,
 // a load and a save all read.
 
-#include "TreeListState.h"
 #include "vkTreeList.h"
 
 #include "FrameKeeper.h"
 #include "PictureBox.h"
+#include "PropertyTable.h"
 #include "StdFont.h"
 #include "SystemColors.h"
-
-#include <QHash>
+#include "TreeListState.h"
 
 namespace {
 
-QVariant i16(qint32 v) {
-    return QVariant::fromValue<qint16>(static_cast<qint16>(v));
-}
-
-QVariant i32(qint32 v) {
-    return QVariant::fromValue<qint32>(v);
-}
-
-QVariant u32(quint32 v) {
-    return QVariant::fromValue<quint32>(v);
-}
-
 // Flags some properties store as 16-bit numbers (-1 true, 0 false).
 QVariant numberFlag(bool v) {
-    return i16(v ? -1 : 0);
+    return asInt16(v ? -1 : 0);
 }
 
 const TreeListSettings kDefaults;
 
 } // namespace
 
-// One persisted property. The default's type tells the bag how the value is stored (a flag, a
-// 16- or 32-bit number, a colour in 32 bits, a font as a map, a name or nothing).
+// The control's persisted properties; a friend, so the rows may reach the control's state.
 struct PersistedSetting {
-    using Loaded = QHash<QString, QVariant>;
-
-    const char *key;
-    QVariant (*defaultValue)(const vkTreeList &t);
-    QVariant (*saved)(const vkTreeList &t);
-    // Raises what taking the value in would raise, before the load changes anything; may be null.
-    void (*check)(const vkTreeList &t, const QVariant &value, const Loaded &loaded);
-    void (*apply)(vkTreeList &t, const QVariant &value);
-    // The rows already there keep the old column count (a new control has its header row): the
-    // Headers put builds its rows with it (phase 1), then the Columns put brings every header and
-    // data row to the loaded count (phase 2). Every other value is taken in first.
-    int phase;
-
-    static const std::vector<PersistedSetting> &all();
+    static std::span<const PropertyRow<vkTreeList>> all();
 };
 
-const std::vector<PersistedSetting> &PersistedSetting::all() {
+std::span<const PropertyRow<vkTreeList>> PersistedSetting::all() {
     using T = vkTreeList;
     using V = const QVariant &;
-    // In the order a load reads them, which decides the property a bad file's error names.
-    static const std::vector<PersistedSetting> rows = {
+    // In the order a load reads them, which decides the property a bad file's error names. The
+    // rows already there keep the old column count (a new control has its header row): the
+    // Headers put builds its rows with it (phase 1), then the Columns put brings every header and
+    // data row to the loaded count (phase 2). Every other value is taken in first.
+    static const PropertyRow<vkTreeList> rows[] = {
         {"AutoRedraw", [](const T &) { return QVariant(kDefaults.autoRedraw); },
-         [](const T &t) { return QVariant(t.d->settings.autoRedraw); }, nullptr,
-         [](T &t, V v) { t.d->settings.autoRedraw = v.toBool(); }, 0},
+         [](const T &t) { return QVariant(t.d->settings.autoRedraw); },
+         [](T &t, V v) { t.d->settings.autoRedraw = v.toBool(); }, nullptr, nullptr, 0, true},
         // 32-bit fields keep all their bits in the file: an enumerated value is stored as given.
-        {"Columns", [](const T &) { return i32(kDefaults.columns); },
-         [](const T &t) { return i32(t.d->settings.columns); },
-         [](const T &, V v, const Loaded &) { toInt16(v.value<qint32>()); },
-         [](T &t, V v) { t.setColumns(v.value<qint32>()); }, 2},
-        {"EditMode", [](const T &) { return i32(kDefaults.editMode); },
-         [](const T &t) { return i32(t.d->settings.editMode); }, nullptr,
-         [](T &t, V v) { t.d->settings.editMode = v.value<qint32>(); }, 0},
-        {"FocusType", [](const T &) { return i32(kDefaults.focusType); },
-         [](const T &t) { return i32(t.d->settings.focusType); }, nullptr,
-         [](T &t, V v) { t.d->settings.focusType = v.value<qint32>(); }, 0},
-        {"Headers", [](const T &) { return i16(kDefaults.headerCount); },
-         [](const T &t) { return i16(t.d->settings.headerCount); },
-         [](const T &t, V v, const Loaded &loaded) {
+        {"Columns", [](const T &) { return asInt32(kDefaults.columns); },
+         [](const T &t) { return asInt32(t.d->settings.columns); },
+         [](T &t, V v) { t.setColumns(v.value<qint32>()); }, nullptr,
+         [](const T &, V v, const PropertyValues &) {
+             toInt16(v.value<qint32>());
+             return v;
+         },
+         2, true},
+        {"EditMode", [](const T &) { return asInt32(kDefaults.editMode); },
+         [](const T &t) { return asInt32(t.d->settings.editMode); },
+         [](T &t, V v) { t.d->settings.editMode = v.value<qint32>(); }, nullptr, nullptr, 0, true},
+        {"FocusType", [](const T &) { return asInt32(kDefaults.focusType); },
+         [](const T &t) { return asInt32(t.d->settings.focusType); },
+         [](T &t, V v) { t.d->settings.focusType = v.value<qint32>(); }, nullptr, nullptr, 0, true},
+        {"Headers", [](const T &) { return asInt16(kDefaults.headerCount); },
+         [](const T &t) { return asInt16(t.d->settings.headerCount); },
+         [](T &t, V v) { t.setHeaders(v.value<qint16>()); }, nullptr,
+         [](const T &t, V v, const PropertyValues &read) {
              vkTreeList::checkCellCount(qint64(t.d->rows->Count()) +
                                             std::max<qint16>(v.value<qint16>(), 0),
-                                        loaded.value(QStringLiteral("Columns")).value<qint32>());
+                                        read.value(QStringLiteral("Columns")).value<qint32>());
+             return v;
          },
-         [](T &t, V v) { t.setHeaders(v.value<qint16>()); }, 1},
-        {"RowHeight", [](const T &) { return i32(kDefaults.rowHeight); },
-         [](const T &t) { return i32(t.d->settings.rowHeight); }, nullptr,
-         [](T &t, V v) { t.d->settings.rowHeight = v.value<qint32>(); }, 0},
-        {"LineStyle", [](const T &) { return i32(kDefaults.lineStyle); },
-         [](const T &t) { return i32(t.d->settings.lineStyle); }, nullptr,
-         [](T &t, V v) { t.d->settings.lineStyle = v.value<qint32>(); }, 0},
-        {"ColumnWidth", [](const T &) { return i32(kDefaults.defaultColumnWidth); },
-         [](const T &t) { return i32(t.d->settings.defaultColumnWidth); }, nullptr,
-         [](T &t, V v) { t.d->settings.defaultColumnWidth = v.value<qint32>(); }, 0},
+         1, true},
+        {"RowHeight", [](const T &) { return asInt32(kDefaults.rowHeight); },
+         [](const T &t) { return asInt32(t.d->settings.rowHeight); },
+         [](T &t, V v) { t.d->settings.rowHeight = v.value<qint32>(); }, nullptr, nullptr, 0, true},
+        {"LineStyle", [](const T &) { return asInt32(kDefaults.lineStyle); },
+         [](const T &t) { return asInt32(t.d->settings.lineStyle); },
+         [](T &t, V v) { t.d->settings.lineStyle = v.value<qint32>(); }, nullptr, nullptr, 0, true},
+        {"ColumnWidth", [](const T &) { return asInt32(kDefaults.defaultColumnWidth); },
+         [](const T &t) { return asInt32(t.d->settings.defaultColumnWidth); },
+         [](T &t, V v) { t.d->settings.defaultColumnWidth = v.value<qint32>(); }, nullptr, nullptr,
+         0, true},
         // A name the host registered its image list under, or nothing.
         {"ImageList", [](const T &) { return QVariant(); },
          [](const T &t) {
              const QString name = t.d->host->imageListName(t.d->imageList);
              return name.isEmpty() ? QVariant() : QVariant(name);
          },
-         nullptr,
          [](T &t, V v) {
              t.d->imageList = v.isValid() ? t.d->host->findImageList(v.toString()) : nullptr;
          },
-         0},
+         nullptr, nullptr, 0, true},
         {"Enabled", [](const T &) { return QVariant(true); },
-         [](const T &t) { return QVariant(t.Enabled()); }, nullptr,
-         [](T &t, V v) { t.setEnabled(v.toBool()); }, 0},
-        {"Appearance", [](const T &) { return i16(kDefaults.appearance); },
-         [](const T &t) { return i16(t.d->settings.appearance); }, nullptr,
-         [](T &t, V v) { t.setAppearance(v.value<qint16>()); }, 0},
+         [](const T &t) { return QVariant(t.Enabled()); },
+         [](T &t, V v) { t.setEnabled(v.toBool()); }, nullptr, nullptr, 0, true},
+        {"Appearance", [](const T &) { return asInt16(kDefaults.appearance); },
+         [](const T &t) { return asInt16(t.d->settings.appearance); },
+         [](T &t, V v) { t.setAppearance(v.value<qint16>()); }, nullptr, nullptr, 0, true},
         // The font a new control gets is the host's.
         {"Font", [](const T &t) { return stdFontToVariant(t.d->host->AmbientFont()); },
          [](const T &t) { return stdFontToVariant(t.d->picOut->Font()); },
-         [](const T &, V v, const Loaded &) { stdFontFromVariant(v.toMap()); },
-         [](T &t, V v) { t.d->picOut->setFont(stdFontFromVariant(v.toMap())); }, 0},
+         [](T &t, V v) { t.d->picOut->setFont(stdFontFromVariant(v.toMap())); }, nullptr,
+         [](const T &, V v, const PropertyValues &) {
+             stdFontFromVariant(v.toMap());
+             return v;
+         },
+         0, true},
         // Colours load in either their unsigned or their signed 32-bit form.
-        {"ForeColor", [](const T &) { return u32(TreeListSettings::kForeColor); },
-         [](const T &t) { return u32(t.d->picOut->ForeColor()); }, nullptr,
-         [](T &t, V v) { t.d->picOut->setForeColor(v.value<quint32>()); }, 0},
-        {"BackColor", [](const T &) { return u32(TreeListSettings::kBackColor); },
-         [](const T &t) { return u32(t.d->picOut->BackColor()); }, nullptr,
+        {"ForeColor", [](const T &) { return asUInt32(TreeListSettings::kForeColor); },
+         [](const T &t) { return asUInt32(t.d->picOut->ForeColor()); },
+         [](T &t, V v) { t.d->picOut->setForeColor(v.value<quint32>()); }, nullptr, nullptr, 0,
+         true},
+        {"BackColor", [](const T &) { return asUInt32(TreeListSettings::kBackColor); },
+         [](const T &t) { return asUInt32(t.d->picOut->BackColor()); },
          [](T &t, V v) {
              t.d->picOut->setBackColor(v.value<quint32>());
              t.paintBorderBackground();
          },
-         0},
+         nullptr, nullptr, 0, true},
         {"MultiSelect", [](const T &) { return numberFlag(kDefaults.multiSelect); },
-         [](const T &t) { return numberFlag(t.d->settings.multiSelect); }, nullptr,
-         [](T &t, V v) { t.d->settings.multiSelect = v.value<qint16>() != 0; }, 0},
+         [](const T &t) { return numberFlag(t.d->settings.multiSelect); },
+         [](T &t, V v) { t.d->settings.multiSelect = v.value<qint16>() != 0; }, nullptr, nullptr, 0,
+         true},
         {"AutoSelectNew", [](const T &) { return QVariant(kDefaults.autoSelectNew); },
-         [](const T &t) { return QVariant(t.d->settings.autoSelectNew); }, nullptr,
-         [](T &t, V v) { t.d->settings.autoSelectNew = v.toBool(); }, 0},
-        {"ComponentVersion", [](const T &) { return i16(0); },
-         [](const T &t) { return i16(t.d->settings.componentVersion.toInt()); }, nullptr,
-         [](T &t, V v) { t.d->settings.componentVersion = i16(v.value<qint16>()); }, 0},
+         [](const T &t) { return QVariant(t.d->settings.autoSelectNew); },
+         [](T &t, V v) { t.d->settings.autoSelectNew = v.toBool(); }, nullptr, nullptr, 0, true},
+        {"ComponentVersion", [](const T &) { return asInt16(0); },
+         [](const T &t) { return asInt16(t.d->settings.componentVersion.toInt()); },
+         [](T &t, V v) { t.d->settings.componentVersion = asInt16(v.value<qint16>()); }, nullptr,
+         nullptr, 0, true},
         {"ExpandOnDoubleClick", [](const T &) { return numberFlag(kDefaults.expandOnDoubleClick); },
-         [](const T &t) { return numberFlag(t.d->settings.expandOnDoubleClick); }, nullptr,
-         [](T &t, V v) { t.d->settings.expandOnDoubleClick = v.value<qint16>() != 0; }, 0},
+         [](const T &t) { return numberFlag(t.d->settings.expandOnDoubleClick); },
+         [](T &t, V v) { t.d->settings.expandOnDoubleClick = v.value<qint16>() != 0; }, nullptr,
+         nullptr, 0, true},
     };
     return rows;
 }
@@ -157,30 +147,11 @@ void vkTreeList::InitProperties() {
 }
 
 void vkTreeList::ReadProperties(const PropertyBag &bag) {
-    // Everything is read and checked first: a bad value fails the load, naming its property,
-    // before anything of the control has changed.
-    PersistedSetting::Loaded loaded;
-    for (const PersistedSetting &row : PersistedSetting::all()) {
-        const QString key = QLatin1String(row.key);
-        const QVariant value = bag.ReadProperty(key, row.defaultValue(*this));
-        if (row.check) {
-            try {
-                row.check(*this, value, loaded);
-            } catch (const TreeListError &e) {
-                throw bag.errorAt(key, e);
-            }
-        }
-        loaded.insert(key, value);
-    }
-    for (int phase = 0; phase <= 2; ++phase)
-        for (const PersistedSetting &row : PersistedSetting::all())
-            if (row.phase == phase)
-                row.apply(*this, loaded.value(QLatin1String(row.key)));
+    readProperties(*this, PersistedSetting::all(), bag);
 }
 
 void vkTreeList::WriteProperties(PropertyBag &bag) const {
-    for (const PersistedSetting &row : PersistedSetting::all())
-        bag.WriteProperty(QLatin1String(row.key), row.saved(*this), row.defaultValue(*this));
+    writeProperties(*this, PersistedSetting::all(), bag);
 }
 
 void vkTreeList::paintBorderBackground() {
