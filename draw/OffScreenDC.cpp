@@ -22,22 +22,31 @@ constexpr std::array SunkenEdge = {BevelRing{SysButtonShadow, SysButtonHighlight
 constexpr std::array Raised3DEdge = {BevelRing{SysButtonHighlight, Sys3DDarkShadow},
                                      BevelRing{Sys3DLight, SysButtonShadow}};
 
-OleColor translated(OleColor c) {
-    return oleFromRgb(oleTranslateColor(c));
-}
-
 } // namespace
 
-OffScreenDC::OffScreenDC() : m_defaultFont(StdFont().qfont()) {}
+OffScreenDC::OffScreenDC() : m_defaultFont(StdFont().qfont()), m_palette(classicPalette()) {}
+
+void OffScreenDC::setPalette(const QPalette &palette) {
+    m_palette = palette;
+    m_faceColor = 0; // read again at the next Initialize
+}
+
+QRgb OffScreenDC::rgb(OleColor c) const {
+    return oleTranslateColor(c, m_palette);
+}
+
+OleColor OffScreenDC::translated(OleColor c) const {
+    return oleFromRgb(rgb(c));
+}
 
 void OffScreenDC::Initialize(QImage *CtlHdc, qint32 CtlWidth, qint32 CtlHeight,
                              OleColor NewBackColor, OleColor NewForeColor, StdFontPtr NewFont) {
     m_raster.reset(CtlHdc, CtlWidth, CtlHeight);
     // Read once per object: a face colour of 0 means "not read yet".
     if (m_faceColor == 0) {
-        m_faceColor = oleFromRgb(sysColor(ColorBtnFace));
-        m_highlightColor = oleFromRgb(sysColor(ColorBtnHighlight));
-        m_shadowColor = oleFromRgb(sysColor(ColorBtnShadow));
+        m_faceColor = oleFromRgb(sysColor(ColorBtnFace, m_palette));
+        m_highlightColor = oleFromRgb(sysColor(ColorBtnHighlight, m_palette));
+        m_shadowColor = oleFromRgb(sysColor(ColorBtnShadow, m_palette));
     }
     m_backColor = NewBackColor;
     m_textColor = NewForeColor;
@@ -129,8 +138,8 @@ void OffScreenDC::DrawCaption(qint32 L, qint32 T, qint32 W, qint32 H, OleColor B
 
 void OffScreenDC::textOut(qint64 x, qint64 y, qint64 left, qint64 top, qint64 right, qint64 bottom,
                           const QString &text, const QFont &font) {
-    SurfacePixels::textBox(m_raster, x, y, left, top, right, bottom, text, font,
-                           oleTranslateColor(m_textColor), oleTranslateColor(m_backColor));
+    SurfacePixels::textBox(m_raster, x, y, left, top, right, bottom, text, font, rgb(m_textColor),
+                           rgb(m_backColor));
 }
 
 void OffScreenDC::InvertRect(qint32 nLeft, qint32 nTop, qint32 nWidth, qint32 nHeight) {
@@ -158,9 +167,9 @@ void OffScreenDC::BlastToScreen() {
 
 void OffScreenDC::DrawLine(qint32 X1, qint32 Y1, qint32 X2, qint32 Y2, OleColor Color,
                            OleColor BackColor, bool Dotted) {
-    const QRgb color = oleTranslateColor(Color);
+    const QRgb color = rgb(Color);
     if (Dotted)
-        SurfacePixels::dottedLine(m_raster, X1, Y1, X2, Y2, color, oleTranslateColor(BackColor));
+        SurfacePixels::dottedLine(m_raster, X1, Y1, X2, Y2, color, rgb(BackColor));
     else
         SurfacePixels::solidLine(m_raster, X1, Y1, X2, Y2, color);
 }

@@ -5,8 +5,10 @@
 // solid and dotted lines, pictures, opaque text, inversion and caption shortening.
 //
 // Colours are OLE colours. The current background and text colours are surface state kept as
-// they were set and translated when used. Coordinates are pixels, origin top-left; everything is
-// clipped to the surface, and sums that leave the 32-bit range raise the overflow error.
+// they were set and translated when used; system colours translate through the surface's
+// palette (the classic scheme's until one is set). Coordinates are pixels, origin top-left;
+// everything is clipped to the surface, and sums that leave the 32-bit range raise the overflow
+// error.
 
 #include "RasterSurface.h"
 #include "StdFont.h"
@@ -16,6 +18,7 @@
 
 #include <QFont>
 #include <QImage>
+#include <QPalette>
 #include <QString>
 #include <optional>
 
@@ -36,6 +39,12 @@ public:
     const StdFontPtr &Font() const { return m_font; }
     // Makes a font current; null returns to the surface's default font.
     void setFont(const StdFontPtr &NewFont) { m_font = NewFont; }
+    // The palette system colours translate through; the button colours are read again from it at
+    // the next `Initialize`.
+    const QPalette &palette() const { return m_palette; }
+    void setPalette(const QPalette &palette);
+    // The RGB value of a colour: a system colour as the palette gives it.
+    QRgb rgb(OleColor c) const;
     // The button-face colour read at `Initialize` (0x00BBGGRR; 0 before).
     OleColor ThreeDFaceColor() const { return m_faceColor; }
     // The button-highlight colour read at `Initialize`.
@@ -124,6 +133,7 @@ private:
     void textOut(qint64 x, qint64 y, qint64 left, qint64 top, qint64 right, qint64 bottom,
                  const QString &text, const QFont &font);
     const QFont &currentFont() const;
+    OleColor translated(OleColor c) const;
 
     RasterSurface m_raster;
     StdFontPtr m_font;
@@ -133,4 +143,5 @@ private:
     OleColor m_faceColor = 0;
     OleColor m_highlightColor = 0;
     OleColor m_shadowColor = 0;
+    QPalette m_palette;
 };

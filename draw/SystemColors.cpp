@@ -1,5 +1,6 @@
 #include "SystemColors.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -42,7 +43,81 @@ constexpr std::array<QRgb, 31> ClassicScheme = {
     0xFFD4D0C8, // 30 menu bar
 };
 
+// Where each system colour comes from on Qt: a palette role, or (NoRole) the classic scheme.
+// Grey text is what a disabled widget's text looks like; every other role is read from the
+// active group, so the look does not change with the window's activation.
+struct PaletteSource {
+    QPalette::ColorGroup group;
+    QPalette::ColorRole role;
+};
+constexpr QPalette::ColorGroup A = QPalette::Active;
+constexpr std::array<PaletteSource, 31> PaletteSources = {{
+    {A, QPalette::Button},                // 0 scroll bar
+    {A, QPalette::NoRole},                // 1 desktop background
+    {A, QPalette::NoRole},                // 2 active caption
+    {A, QPalette::NoRole},                // 3 inactive caption
+    {A, QPalette::Window},                // 4 menu
+    {A, QPalette::Base},                  // 5 window: the rows' background
+    {A, QPalette::WindowText},            // 6 window frame
+    {A, QPalette::WindowText},            // 7 menu text
+    {A, QPalette::Text},                  // 8 window text: the rows' text
+    {A, QPalette::NoRole},                // 9 caption text
+    {A, QPalette::Window},                // 10 active border
+    {A, QPalette::Window},                // 11 inactive border
+    {A, QPalette::Dark},                  // 12 application workspace
+    {A, QPalette::Highlight},             // 13 highlight
+    {A, QPalette::HighlightedText},       // 14 highlight text
+    {A, QPalette::Button},                // 15 button face
+    {A, QPalette::Dark},                  // 16 button shadow
+    {QPalette::Disabled, QPalette::Text}, // 17 grey text
+    {A, QPalette::ButtonText},            // 18 button text
+    {A, QPalette::NoRole},                // 19 inactive caption text
+    {A, QPalette::Light},                 // 20 button highlight
+    {A, QPalette::Shadow},                // 21 3-D dark shadow
+    {A, QPalette::Midlight},              // 22 3-D light
+    {A, QPalette::ToolTipText},           // 23 tooltip text
+    {A, QPalette::ToolTipBase},           // 24 tooltip background
+    {A, QPalette::NoRole},                // 25 unassigned
+    {A, QPalette::Link},                  // 26 hot-tracked item
+    {A, QPalette::NoRole},                // 27 active caption gradient
+    {A, QPalette::NoRole},                // 28 inactive caption gradient
+    {A, QPalette::Highlight},             // 29 menu highlight
+    {A, QPalette::Window},                // 30 menu bar
+}};
+
 } // namespace
+
+QRgb sysColor(int index, const QPalette &palette) {
+    if (index < 0 || index >= static_cast<int>(PaletteSources.size()))
+        return qRgb(0, 0, 0);
+    const PaletteSource source = PaletteSources[static_cast<size_t>(index)];
+    if (source.role == QPalette::NoRole)
+        return ClassicScheme[static_cast<size_t>(index)];
+    // Opaque, as every translated colour is: the surface has no alpha channel.
+    return palette.color(source.group, source.role).rgb() | 0xFF000000u;
+}
+
+QPalette classicPalette() {
+    QPalette palette;
+    for (size_t i = 0; i < PaletteSources.size(); ++i) {
+        const PaletteSource source = PaletteSources[i];
+        if (source.role == QPalette::NoRole)
+            continue;
+        const QColor color = QColor::fromRgb(ClassicScheme[i]);
+        if (source.group == QPalette::Active)
+            palette.setColor(source.role, color); // every group
+        else
+            palette.setColor(source.group, source.role, color);
+    }
+    // Roles no system colour reads, set so the rest of a classic application matches.
+    palette.setColor(QPalette::Mid, QColor(0xA0, 0xA0, 0xA0));
+    palette.setColor(QPalette::AlternateBase, QColor(0xF7, 0xF7, 0xF7));
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(0x80, 0x80, 0x80));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x80, 0x80, 0x80));
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x80, 0x80, 0x80));
+    return palette;
+}
 
 QRgb sysColor(int index) {
     if (index < 0 || index >= static_cast<int>(ClassicScheme.size()))
@@ -57,6 +132,13 @@ QRgb oleTranslateColor(OleColor c) {
     }
     return qRgb(static_cast<int>(c & 0xFF), static_cast<int>((c >> 8) & 0xFF),
                 static_cast<int>((c >> 16) & 0xFF));
+}
+
+QRgb oleTranslateColor(OleColor c, const QPalette &palette) {
+    if (c & SystemColorFlag)
+        return sysColor(static_cast<int>(std::min<OleColor>(c & ~SystemColorFlag, 0x7FFF)),
+                        palette);
+    return oleTranslateColor(c);
 }
 
 OleColor oleFromRgb(QRgb rgb) {

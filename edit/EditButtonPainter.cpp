@@ -58,29 +58,32 @@ int glyphShift(qint16 state) {
     return state == lsBtnDown || state == lsbtnFlat ? 1 : 0;
 }
 
-QRgb glyphColour(qint16 state, OleColor foreColor) {
-    return oleTranslateColor(state == lsBtnDisabled ? SysButtonShadow : foreColor);
+QRgb glyphColour(qint16 state, OleColor foreColor, const QPalette &palette) {
+    return oleTranslateColor(state == lsBtnDisabled ? SysButtonShadow : foreColor, palette);
 }
 
 } // namespace
 
 bool EditButtonPainter::DrawSelectButton(QImage &surface, qint16 state, OleColor backColor,
-                                         OleColor foreColor, const QRect &button) {
-    surface.fill(QColor::fromRgb(oleTranslateColor(backColor)));
-    if (!DrawButtonFrame(surface, state, button))
+                                         OleColor foreColor, const QRect &button,
+                                         const QPalette &palette) {
+    surface.fill(QColor::fromRgb(oleTranslateColor(backColor, palette)));
+    if (!DrawButtonFrame(surface, state, button, palette))
         return false;
-    return DrawEllipsisGlyph(surface, state, foreColor, button);
+    return DrawEllipsisGlyph(surface, state, foreColor, button, palette);
 }
 
 bool EditButtonPainter::DrawDownButton(QImage &surface, qint16 state, OleColor backColor,
-                                       OleColor foreColor, const QRect &button) {
-    surface.fill(QColor::fromRgb(oleTranslateColor(backColor)));
-    if (!DrawButtonFrame(surface, state, button))
+                                       OleColor foreColor, const QRect &button,
+                                       const QPalette &palette) {
+    surface.fill(QColor::fromRgb(oleTranslateColor(backColor, palette)));
+    if (!DrawButtonFrame(surface, state, button, palette))
         return false;
-    return DrawArrowGlyph(surface, state, foreColor, button);
+    return DrawArrowGlyph(surface, state, foreColor, button, palette);
 }
 
-bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state, const QRect &button) {
+bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state, const QRect &button,
+                                        const QPalette &palette) {
     if (!isKnownState(state))
         return false;
     const Canvas canvas{surface, buttonOn(surface, button)};
@@ -88,7 +91,7 @@ bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state, const QRe
         drawBevelRuns(left, top, canvas.right(), canvas.bottom(), rings,
                       [&](const QRect &run, OleColor color) {
                           fillBox(canvas, run.left(), run.top(), run.right(), run.bottom(),
-                                  oleTranslateColor(color));
+                                  oleTranslateColor(color, palette));
                       });
     };
     // The dark outline starts one column left of the button: the button adjoins the text box
@@ -104,7 +107,7 @@ bool EditButtonPainter::DrawButtonFrame(QImage &surface, qint16 state, const QRe
 }
 
 bool EditButtonPainter::DrawEllipsisGlyph(QImage &surface, qint16 state, OleColor foreColor,
-                                          const QRect &button) {
+                                          const QRect &button, const QPalette &palette) {
     if (!isKnownState(state))
         return false;
     const Canvas canvas{surface, buttonOn(surface, button)};
@@ -114,14 +117,14 @@ bool EditButtonPainter::DrawEllipsisGlyph(QImage &surface, qint16 state, OleColo
     constexpr int Width = Pitch * (Count - 1) + Dot;
     const int x = centred(canvas.button.width(), Width) + glyphShift(state);
     const int y = centred(canvas.button.height(), Dot) + glyphShift(state);
-    const QRgb colour = glyphColour(state, foreColor);
+    const QRgb colour = glyphColour(state, foreColor, palette);
     for (int i = 0; i < Count; ++i)
         fillBox(canvas, x + i * Pitch, y, x + i * Pitch + Dot - 1, y + Dot - 1, colour);
     return true;
 }
 
 bool EditButtonPainter::DrawArrowGlyph(QImage &surface, qint16 state, OleColor foreColor,
-                                       const QRect &button) {
+                                       const QRect &button, const QPalette &palette) {
     if (!isKnownState(state))
         return false;
     const Canvas canvas{surface, buttonOn(surface, button)};
@@ -129,7 +132,7 @@ bool EditButtonPainter::DrawArrowGlyph(QImage &surface, qint16 state, OleColor f
     constexpr int Width = 7, Rows = 4;
     const int x = centred(canvas.button.width(), Width) + glyphShift(state);
     const int y = centred(canvas.button.height(), Rows) + glyphShift(state);
-    const QRgb colour = glyphColour(state, foreColor);
+    const QRgb colour = glyphColour(state, foreColor, palette);
     for (int i = 0; i < Rows; ++i)
         fillBox(canvas, x + i, y + i, x + Width - 1 - i, y + i, colour);
     return true;

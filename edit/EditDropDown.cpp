@@ -148,8 +148,10 @@ void EditDropDown::arrowPressed(qint16 button, bool comboMode) {
         open();
         m_list.setFont(m_control.Font()->qfont());
         QPalette pal = m_list.palette();
-        pal.setColor(QPalette::Base, QColor::fromRgb(oleTranslateColor(m_control.BackColor())));
-        pal.setColor(QPalette::Text, QColor::fromRgb(oleTranslateColor(m_control.ForeColor())));
+        pal.setColor(QPalette::Base,
+                     QColor::fromRgb(oleTranslateColor(m_control.BackColor(), pal)));
+        pal.setColor(QPalette::Text,
+                     QColor::fromRgb(oleTranslateColor(m_control.ForeColor(), pal)));
         m_list.setPalette(pal);
         m_list.move(m_control.contentsRect().x(), m_list.y());
         m_list.show();

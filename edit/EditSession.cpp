@@ -56,8 +56,8 @@ void EditSession::open() {
     if (mode < 0)
         return;
     QPalette pal = m_text.palette();
-    pal.setColor(QPalette::Base, QColor::fromRgb(oleTranslateColor(m_control.BackColor())));
-    pal.setColor(QPalette::Text, QColor::fromRgb(oleTranslateColor(m_control.ForeColor())));
+    pal.setColor(QPalette::Base, QColor::fromRgb(oleTranslateColor(m_control.BackColor(), pal)));
+    pal.setColor(QPalette::Text, QColor::fromRgb(oleTranslateColor(m_control.ForeColor(), pal)));
     m_text.setPalette(pal);
     m_text.setFont(m_control.Font()->qfont());
     m_text.setFrame(false);

@@ -181,8 +181,8 @@ void lsEdit::applyFrame() {
 
 void lsEdit::applyColours() {
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_backColor)));
-    pal.setColor(QPalette::WindowText, QColor::fromRgb(oleTranslateColor(m_foreColor)));
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_backColor, pal)));
+    pal.setColor(QPalette::WindowText, QColor::fromRgb(oleTranslateColor(m_foreColor, pal)));
     setPalette(pal);
 }
 
@@ -192,8 +192,8 @@ bool lsEdit::DrawSelectButton(qint16 State) {
     m_selectState = State;
     // The picture first: taking it settles where the button lies on it.
     QImage &picture = m_select->image();
-    const bool drawn = EditButtonPainter::DrawSelectButton(picture, State, SysButtonFace,
-                                                           m_foreColor, m_select->buttonBox());
+    const bool drawn = EditButtonPainter::DrawSelectButton(
+        picture, State, SysButtonFace, m_foreColor, m_select->buttonBox(), palette());
     m_select->update();
     return drawn;
 }
@@ -202,7 +202,7 @@ bool lsEdit::DrawDownButton(qint16 State) {
     m_downState = State;
     QImage &picture = m_down->image();
     const bool drawn = EditButtonPainter::DrawDownButton(picture, State, SysButtonFace, m_foreColor,
-                                                         m_down->buttonBox());
+                                                         m_down->buttonBox(), palette());
     m_down->update();
     return drawn;
 }

@@ -8,6 +8,7 @@
 #include "TreeListState.h"
 #include "TreeListViewport.h"
 
+#include "BuiltinPictures.h"
 #include "PictureBox.h"
 #include "SystemTimer.h"
 #include "TreeListPainter.h"
@@ -20,6 +21,7 @@ std::unique_ptr<OffScreenDC> FrameKeeper::newSurface() {
     std::unique_ptr<OffScreenDC> dc =
         m_spareSurface ? std::move(m_spareSurface) : std::make_unique<OffScreenDC>();
     dc->setOriginX(0);
+    dc->setPalette(t.d->picOut->palette());
     dc->Initialize(t.d->picOut->screenImage(), t.d->picOut->ScaleWidth(),
                    t.d->picOut->ScaleHeight(), t.d->picOut->BackColor(), t.d->picOut->ForeColor(),
                    t.d->picOut->Font());
@@ -162,7 +164,15 @@ PaintContext FrameKeeper::paintContext() {
     ctx.gapColor = t.d->picOut->BackColor();
     ctx.imageList = t.d->imageList.get();
     ctx.scale = t.d->picOut;
-    ctx.pictures = &t.d->pictures;
+    const QPalette &palette = t.d->picOut->palette();
+    if (m_picturesFrom != t.d->pictures || !(m_picturesPalette == palette)) {
+        m_picturesFrom = m_pictures = t.d->pictures;
+        m_picturesPalette = palette;
+        for (int number : {picMinusBox, picPlusBox})
+            if (StdPicturePtr box = paletteBox(number, palette))
+                m_pictures[size_t(number - picMinusBox)] = box;
+    }
+    ctx.pictures = &m_pictures;
     return ctx;
 }
 

@@ -7,6 +7,8 @@
 #include "lsNodes.h"
 
 #include <QFont>
+#include <QPalette>
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -63,6 +65,7 @@ private:
         bool hasFocus, multiSelect;
         OleColor back, fore;
         QFont font;
+        QPalette palette;
         const lsImageList *imageList;
         qint32 images;
         bool operator==(const FrameInputs &) const = default;
@@ -94,6 +97,10 @@ private:
     void showSurface();
 
     vkTreeList &t;
+    // The built-in pictures with the boxes in the colours of `m_picturesPalette`, made from
+    // `m_picturesFrom`.
+    std::array<StdPicturePtr, 6> m_pictures, m_picturesFrom;
+    QPalette m_picturesPalette;
     std::unique_ptr<OffScreenDC> m_surface;
     std::unique_ptr<OffScreenDC> m_spareSurface; // the previous frame's, painted over next
     float m_redrawTime = 0.0f;

@@ -31,6 +31,7 @@ FrameKeeper::FrameInputs FrameKeeper::frameInputs() {
             t.d->picOut->BackColor(),
             t.d->picOut->ForeColor(),
             t.d->picOut->Font()->qfont(),
+            t.d->picOut->palette(),
             images,
             images ? images->Count() : 0};
 }

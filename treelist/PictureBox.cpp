@@ -37,7 +37,7 @@ void PictureBox::setBackColor(OleColor c) {
 }
 
 void PictureBox::Cls() {
-    m_screen.fill(oleTranslateColor(m_backColor));
+    m_screen.fill(oleTranslateColor(m_backColor, palette()));
     showFrame();
 }
 
@@ -92,7 +92,7 @@ void PictureBox::resizeEvent(QResizeEvent *event) {
     // The old frame stays where it was until the control copies a new one: when composing that
     // one fails, the last good frame is still what the user sees.
     QImage screen(size(), QImage::Format_RGB32);
-    screen.fill(oleTranslateColor(m_backColor));
+    screen.fill(oleTranslateColor(m_backColor, palette()));
     // A surface shrunk to nothing has no picture to paint on.
     if (!m_screen.isNull() && !screen.isNull())
         QPainter(&screen).drawImage(0, 0, m_screen);

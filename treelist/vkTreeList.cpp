@@ -54,10 +54,9 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     d->scrY = new QScrollBar(Qt::Vertical, this);
     d->scrX = new QScrollBar(Qt::Horizontal, this);
     d->imgGhost = new QLabel(this);
+    // The corner between the bars is a button face, as the bars are.
     d->imgGhost->setAutoFillBackground(true);
-    QPalette ghost = d->imgGhost->palette();
-    ghost.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(0x8000000F)));
-    d->imgGhost->setPalette(ghost);
+    d->imgGhost->setBackgroundRole(QPalette::Button);
     d->scrX->hide();
     d->scrY->hide();
     d->imgGhost->hide();
@@ -351,7 +350,7 @@ void vkTreeList::paintBorder() {
     // Lines with a cosmetic pen stay one device pixel wide on a scaled screen, as edges should.
     drawBevelRuns(r.left(), r.top(), r.right(), r.bottom(), SunkenBorder,
                   [&](const QRect &run, OleColor color) {
-                      p.setPen(QColor::fromRgb(oleTranslateColor(color)));
+                      p.setPen(QColor::fromRgb(oleTranslateColor(color, palette())));
                       p.drawLine(run.topLeft(), run.bottomRight());
                   });
 }

@@ -157,7 +157,7 @@ void vkTreeList::WriteProperties(PropertyBag &bag) const {
 void vkTreeList::paintBorderBackground() {
     // The border strip around the drawing child shows the control's background colour.
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(d->picOut->BackColor())));
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(d->picOut->BackColor(), pal)));
     setPalette(pal);
 }
 

@@ -9,8 +9,12 @@
 namespace {
 
 using Paint = bool (*)(QImage &, qint16, OleColor, OleColor, const QRect &);
-const Paint Select = &EditButtonPainter::DrawSelectButton,
-            Down = &EditButtonPainter::DrawDownButton;
+const Paint Select = [](QImage &s, qint16 state, OleColor b, OleColor f, const QRect &r) {
+    return EditButtonPainter::DrawSelectButton(s, state, b, f, r);
+};
+const Paint Down = [](QImage &s, qint16 state, OleColor b, OleColor f, const QRect &r) {
+    return EditButtonPainter::DrawDownButton(s, state, b, f, r);
+};
 constexpr OleColor Green = 0x0000FF00, Red = 0x000000FF;
 constexpr qint16 States[] = {lsBtnDown, lsbtnFlat, lsBtnUp, lsBtnDisabled};
 
