@@ -1,5 +1,7 @@
 #include "lsEdit.h"
 
+#include "InheritedPalette.h"
+
 #include "ButtonSurface.h"
 #include "EditButtonPainter.h"
 #include "EditDropDown.h"
@@ -12,7 +14,6 @@
 #include "TreeListError.h"
 #include "VariantNumber.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QListWidget>
 
@@ -180,10 +181,19 @@ void lsEdit::applyFrame() {
 }
 
 void lsEdit::applyColours() {
+    const QPalette inherited = inheritedPalette(*this);
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_backColor, pal)));
-    pal.setColor(QPalette::WindowText, QColor::fromRgb(oleTranslateColor(m_foreColor, pal)));
-    setPalette(pal);
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_backColor, inherited)));
+    pal.setColor(QPalette::WindowText, QColor::fromRgb(oleTranslateColor(m_foreColor, inherited)));
+    if (!(pal == palette()))
+        setPalette(pal);
+}
+
+void lsEdit::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    // The application's palette changed (dark mode, say): system colours follow it.
+    if (event->type() == QEvent::PaletteChange)
+        applyColours();
 }
 
 // --- Buttons ------------------------------------------------------------------------------------

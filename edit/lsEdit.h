@@ -167,6 +167,7 @@ signals:
 protected:
     // Keys its parts leave unhandled stop here: they must not reach the widget the editor sits
     // on (a grid would move its selection under an open edit).
+    void changeEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
 

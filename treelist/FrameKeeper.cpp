@@ -9,6 +9,7 @@
 #include "TreeListViewport.h"
 
 #include "BuiltinPictures.h"
+#include "InheritedPalette.h"
 #include "PictureBox.h"
 #include "SystemTimer.h"
 #include "TreeListPainter.h"
@@ -21,7 +22,7 @@ std::unique_ptr<OffScreenDC> FrameKeeper::newSurface() {
     std::unique_ptr<OffScreenDC> dc =
         m_spareSurface ? std::move(m_spareSurface) : std::make_unique<OffScreenDC>();
     dc->setOriginX(0);
-    dc->setPalette(t.d->picOut->palette());
+    dc->setPalette(inheritedPalette(t));
     dc->Initialize(t.d->picOut->screenImage(), t.d->picOut->ScaleWidth(),
                    t.d->picOut->ScaleHeight(), t.d->picOut->BackColor(), t.d->picOut->ForeColor(),
                    t.d->picOut->Font());
@@ -164,7 +165,7 @@ PaintContext FrameKeeper::paintContext() {
     ctx.gapColor = t.d->picOut->BackColor();
     ctx.imageList = t.d->imageList.get();
     ctx.scale = t.d->picOut;
-    const QPalette &palette = t.d->picOut->palette();
+    const QPalette palette = inheritedPalette(t);
     if (m_picturesFrom != t.d->pictures || !(m_picturesPalette == palette)) {
         m_picturesFrom = m_pictures = t.d->pictures;
         m_picturesPalette = palette;

@@ -8,6 +8,7 @@
 #include "TreeListState.h"
 #include "TreeListViewport.h"
 
+#include "InheritedPalette.h"
 #include "PictureBox.h"
 #include "TreeListPainter.h"
 
@@ -31,7 +32,7 @@ FrameKeeper::FrameInputs FrameKeeper::frameInputs() {
             t.d->picOut->BackColor(),
             t.d->picOut->ForeColor(),
             t.d->picOut->Font()->qfont(),
-            t.d->picOut->palette(),
+            inheritedPalette(t),
             images,
             images ? images->Count() : 0};
 }

@@ -14,6 +14,7 @@
 #include "Bevel.h"
 #include "BuiltinPictures.h"
 #include "EntryGuard.h"
+#include "InheritedPalette.h"
 #include "KeyCodes.h"
 #include "PictureBox.h"
 #include "SystemColors.h"
@@ -317,6 +318,11 @@ void vkTreeList::changeEvent(QEvent *event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::EnabledChange && d->rows)
         guarded("enabled change", [&] { syncEnabled(); });
+    // A new palette (the application's, a person switching to dark mode): the border takes the
+    // background colour's new shade; the children repaint, and a frame made in other colours is
+    // no longer the one a repaint gives.
+    if (event->type() == QEvent::PaletteChange && d->picOut)
+        guarded("palette change", [&] { paintBorderBackground(); });
 }
 
 void vkTreeList::setEnabled(bool value) {
@@ -346,6 +352,7 @@ void vkTreeList::paintBorder() {
     static constexpr BevelRing SunkenBorder[] = {{SysButtonShadow, SysButtonHighlight},
                                                  {Sys3DDarkShadow, Sys3DLight}};
     QPainter p(this);
+    const QPalette system = inheritedPalette(*this);
     const QRect r = rect().adjusted(0, 0, -1, -1);
     // Lines with a cosmetic pen stay one device pixel wide on a scaled screen, as edges should.
     drawBevelRuns(r.left(), r.top(), r.right(), r.bottom(), SunkenBorder,

@@ -4,6 +4,7 @@
 #include "vkTreeList.h"
 
 #include "FrameKeeper.h"
+#include "InheritedPalette.h"
 #include "PictureBox.h"
 #include "PropertyTable.h"
 #include "StdFont.h"
@@ -157,8 +158,10 @@ void vkTreeList::WriteProperties(PropertyBag &bag) const {
 void vkTreeList::paintBorderBackground() {
     // The border strip around the drawing child shows the control's background colour.
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(d->picOut->BackColor(), pal)));
-    setPalette(pal);
+    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(d->picOut->BackColor(),
+                                                                     inheritedPalette(*this))));
+    if (!(pal == palette()))
+        setPalette(pal);
 }
 
 void vkTreeList::setAppearance(qint32 value) {
