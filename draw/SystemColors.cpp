@@ -119,6 +119,25 @@ QPalette classicPalette() {
     return palette;
 }
 
+QPalette darkPalette() {
+    const QColor window(0x35, 0x35, 0x35), base(0x24, 0x24, 0x24), text(0xE6, 0xE6, 0xE6);
+    const QColor grey(0x80, 0x80, 0x80);
+    QPalette palette(text, window, window.lighter(150), window.darker(200), window.darker(150),
+                     text, Qt::white, base, window);
+    palette.setColor(QPalette::Midlight, window.lighter(125));
+    palette.setColor(QPalette::Shadow, QColor(0x10, 0x10, 0x10));
+    palette.setColor(QPalette::Highlight, QColor(0x2A, 0x82, 0xDA));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::AlternateBase, QColor(0x2E, 0x2E, 0x2E));
+    palette.setColor(QPalette::ToolTipBase, window);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::Link, QColor(0x6C, 0xB4, 0xFF));
+    palette.setColor(QPalette::PlaceholderText, grey);
+    for (QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, grey);
+    return palette;
+}
+
 QRgb sysColor(int index) {
     if (index < 0 || index >= static_cast<int>(ClassicScheme.size()))
         return qRgb(0, 0, 0);

@@ -17,6 +17,8 @@ VKTL_EXPORT QRgb sysColor(int index);
 VKTL_EXPORT QRgb sysColor(int index, const QPalette &palette);
 // A palette whose roles are the classic scheme's colours, in every colour group.
 VKTL_EXPORT QPalette classicPalette();
+// A dark palette in the manner of the Fusion style's dark scheme, for hosts that offer one.
+VKTL_EXPORT QPalette darkPalette();
 
 // Translates an OLE colour: 0x80000000 + n is system colour n (of the classic scheme, or as
 // `palette` gives it); anything else is 0x00BBGGRR (the top byte is ignored). The result is opaque.

@@ -3,12 +3,15 @@
 // rewrites the references.
 
 #include "GoldenImage.h"
+#include "SystemColors.h"
 #include "TreeListFixture.h"
 
 #include <QApplication>
 #include <QFocusEvent>
 #include <QLabel>
+#include <QScopeGuard>
 #include <functional>
+#include <map>
 
 namespace {
 
@@ -129,6 +132,48 @@ TEST_F(TreeListFramesTest, BothScrollBarsWithTheCornerFiller) {
     setFocusFlag(false);
     expectMatchesGolden(list->grab().toImage().convertToFormat(QImage::Format_RGB32),
                         "both-scroll-bars");
+}
+
+// Under a dark palette, set on the application before or after the control is made, the rows,
+// header cells, text and selection take its base, button, text and highlight colours and none
+// of the classic scheme's; the frames and the editor in its three modes are pinned as images.
+TEST_F(TreeListFramesTest, DarkPaletteBeforeOrAfterTheControlIsMade) {
+    const QPalette dark = darkPalette();
+    const auto restore = qScopeGuard([] { QApplication::setPalette(classicPalette()); });
+    for (bool before : {true, false}) {
+        if (before)
+            QApplication::setPalette(dark);
+        makeControl(true, 360, 170);
+        QApplication::setPalette(dark);
+        buildGrid();
+        list->setHeaders(2);
+        list->setFocusType(lsSelectFullRow);
+        list->SelectItem(2, 1);
+        setFocusFlag(true);
+        const QImage image = frame();
+        std::map<QRgb, int> count;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                ++count[image.pixel(x, y)];
+        for (QPalette::ColorRole role :
+             {QPalette::Base, QPalette::Button, QPalette::Text, QPalette::Highlight})
+            EXPECT_GT(count[dark.color(role).rgb()], 40) << before << " role " << role;
+        for (QRgb classic : {0xFFD4D0C8u, 0xFF0A246Au}) // the pictures keep their white and black
+            EXPECT_EQ(count[classic], 0) << before << std::hex << " colour " << classic;
+    }
+    expectMatchesGolden(frame(), "dark-row-focused");
+    list->setFocusType(lsSelectCell);
+    list->SelectItem(3, 2);
+    setFocusFlag(false);
+    expectMatchesGolden(frame(), "dark-cell-unfocused");
+    list->EditComboAddItem("entry");
+    for (auto [mode, name] : {std::pair{lsEditTextBox, "dark-edit-text"},
+                              {lsEditComboBox, "dark-edit-combo"},
+                              {lsEditButton, "dark-edit-button"}}) {
+        list->Edit(3, 2, mode);
+        expectMatchesGolden(list->grab().toImage().convertToFormat(QImage::Format_RGB32), name);
+        list->AbortEdit();
+    }
 }
 
 } // namespace
