@@ -40,7 +40,7 @@ StdPicturePtr paletteBox(int resourceNumber, const QPalette &palette) {
         return nullptr;
     // The box file's three colours, and what the palette makes of each.
     const std::array<std::pair<QRgb, QRgb>, 3> colours = {{
-        {0xFF808080, palette.color(QPalette::Active, QPalette::Dark).rgb()},
+        {0xFF808080, palette.color(QPalette::Active, QPalette::Mid).rgb()},
         {0xFFFFFFFF, palette.color(QPalette::Active, QPalette::Base).rgb()},
         {0xFF000000, palette.color(QPalette::Active, QPalette::Text).rgb()},
     }};

@@ -23,7 +23,7 @@ enum BuiltinPictureNumber : int {
 // number.
 VKTL_EXPORT StdPicturePtr builtinPicture(int resourceNumber);
 
-// A plus or minus box in a palette's colours: its frame in the dark shade, its inside in the
-// base and its sign in the text colour, as the platform draws such boxes. Under the classic
-// palette it is the built-in box itself. Null for any other number.
+// A plus or minus box in a palette's colours: its frame in the mid shade (the tree lines'), its
+// inside in the base and its sign in the text colour, as the platform draws such boxes. Under the
+// classic palette it is the built-in box itself. Null for any other number.
 VKTL_EXPORT StdPicturePtr paletteBox(int resourceNumber, const QPalette &palette);

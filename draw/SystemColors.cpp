@@ -109,8 +109,9 @@ QPalette classicPalette() {
         else
             palette.setColor(source.group, source.role, color);
     }
-    // Roles no system colour reads, set so the rest of a classic application matches.
-    palette.setColor(QPalette::Mid, QColor(0xA0, 0xA0, 0xA0));
+    // Roles no system colour reads. Tree lines and box frames are the mid shade, the classic
+    // button shadow; the rest is set so that the rest of a classic application matches.
+    palette.setColor(QPalette::Mid, QColor(0x80, 0x80, 0x80));
     palette.setColor(QPalette::AlternateBase, QColor(0xF7, 0xF7, 0xF7));
     palette.setColor(QPalette::BrightText, Qt::white);
     palette.setColor(QPalette::PlaceholderText, QColor(0x80, 0x80, 0x80));
@@ -122,8 +123,9 @@ QPalette classicPalette() {
 QPalette darkPalette() {
     const QColor window(0x35, 0x35, 0x35), base(0x24, 0x24, 0x24), text(0xE6, 0xE6, 0xE6);
     const QColor grey(0x80, 0x80, 0x80);
-    QPalette palette(text, window, window.lighter(150), window.darker(200), window.darker(150),
-                     text, Qt::white, base, window);
+    // Mid, the tree lines' shade, stays light enough to read on the base.
+    QPalette palette(text, window, window.lighter(150), window.darker(200),
+                     QColor(0x70, 0x70, 0x70), text, Qt::white, base, window);
     palette.setColor(QPalette::Midlight, window.lighter(125));
     palette.setColor(QPalette::Shadow, QColor(0x10, 0x10, 0x10));
     palette.setColor(QPalette::Highlight, QColor(0x2A, 0x82, 0xDA));

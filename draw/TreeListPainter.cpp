@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr OleColor kLineColor = 0x80000010; // button shadow: every tree line
 constexpr OleColor kHighlight = 0x8000000D; // selected row with focus
 constexpr OleColor kHighlightText = 0x8000000E;
 constexpr OleColor kButtonFace = 0x8000000F; // selected row without focus
@@ -267,7 +266,7 @@ void TreeListPainter::drawTreeLine(OffScreenDC &dc, qint32 x1, qint32 y1, qint32
                                    qint32 y2) const {
     if (m_ctx.lineStyle != lsLineSolid && m_ctx.lineStyle != lsLineDotted)
         return;
-    dc.DrawLine(x1, y1, x2, y2, kLineColor, m_ctx.gapColor, m_ctx.lineStyle == lsLineDotted);
+    dc.DrawLine(x1, y1, x2, y2, m_ctx.lineColor, m_ctx.gapColor, m_ctx.lineStyle == lsLineDotted);
 }
 
 void TreeListPainter::DrawSiblingLine(OffScreenDC &dc, const lsNodes &rows, const lsNodePtr &row,

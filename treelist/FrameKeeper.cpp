@@ -11,6 +11,7 @@
 #include "BuiltinPictures.h"
 #include "InheritedPalette.h"
 #include "PictureBox.h"
+#include "SystemColors.h"
 #include "SystemTimer.h"
 #include "TreeListPainter.h"
 
@@ -166,6 +167,7 @@ PaintContext FrameKeeper::paintContext() {
     ctx.imageList = t.d->imageList.get();
     ctx.scale = t.d->picOut;
     const QPalette palette = inheritedPalette(t);
+    ctx.lineColor = oleFromRgb(palette.color(QPalette::Active, QPalette::Mid).rgb());
     if (m_picturesFrom != t.d->pictures || !(m_picturesPalette == palette)) {
         m_picturesFrom = m_pictures = t.d->pictures;
         m_picturesPalette = palette;

@@ -10,6 +10,8 @@
 #include "TreeListError.h"
 #include "vkTreeList.h"
 
+#include <QActionGroup>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -44,7 +46,8 @@ constexpr int PanelWidth = 230;     // pixels
 DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     : QMainWindow(parent), m_table(std::move(table)), m_tree(new vkTreeList(nullptr, &host)),
       m_loader(*m_tree, m_table), m_editor(new DemoEditor(*m_tree, m_table, this)),
-      m_frames(new FrameTimer(m_tree->picOut(), this)) {
+      m_frames(new FrameTimer(m_tree->picOut(), this)),
+      m_applicationPalette(QApplication::palette()) {
     setWindowTitle(tr("vkTreeList demo - %1").arg(m_table.caption));
     setWindowIcon(QPixmap::fromImage(DemoPictures::team(Qt::transparent)));
 
@@ -192,8 +195,26 @@ void DemoWindow::buildMenus() {
     QMenu *edit = menuBar()->addMenu(tr("&Edit"));
     edit->addAction(tr("Edit current cell"), QKeySequence(Qt::Key_F2), this,
                     [this] { m_editor->editCurrent(); });
+    QMenu *view = menuBar()->addMenu(tr("&View"));
+    m_looks = new QActionGroup(this);
+    for (auto [look, name] : {std::pair{Look::Classic, tr("&Classic palette")},
+                              {Look::Application, tr("&Application palette")},
+                              {Look::Dark, tr("&Dark palette")}}) {
+        QAction *action = view->addAction(name, this, [this, look] { applyLook(look); });
+        action->setCheckable(true);
+        action->setChecked(look == Look::Application);
+        m_looks->addAction(action);
+    }
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("Self-test and &version..."), this, &DemoWindow::runDiagnostics);
+}
+
+void DemoWindow::applyLook(Look look) {
+    m_looks->actions().at(int(look))->setChecked(true);
+    if (look == Look::Classic)
+        QApplication::setPalette(classicPalette());
+    else
+        QApplication::setPalette(look == Look::Dark ? darkPalette() : m_applicationPalette);
 }
 
 void DemoWindow::runDiagnostics() {

@@ -8,6 +8,7 @@
 #include "TreeLoader.h"
 
 #include <QMainWindow>
+#include <QPalette>
 
 class DemoEditor;
 class FrameTimer;
@@ -17,6 +18,8 @@ class QComboBox;
 class QLabel;
 class QSpinBox;
 class vkTreeList;
+
+class QActionGroup;
 
 class DemoWindow : public QMainWindow {
     Q_OBJECT
@@ -44,6 +47,12 @@ public:
     // control as it was and gives false with the reason.
     bool loadLayoutFrom(const QString &path, QString *error = nullptr);
 
+    // The palettes the View menu offers: the classic scheme's, the application's own as it
+    // started, and a dark one.
+    enum class Look { Classic, Application, Dark };
+    // Puts one of them on the application, as a person switching it while the program runs.
+    void applyLook(Look look);
+
     // Shows the row count, the current cell and the last frame's time. Runs on a timer too: the
     // control tells about property changes but not about clicks.
     void updateStatus();
@@ -70,6 +79,8 @@ private:
     TreeLoader m_loader;
     DemoEditor *m_editor;
     FrameTimer *m_frames;
+    QPalette m_applicationPalette; // as the application started
+    QActionGroup *m_looks = nullptr;
     QString m_layoutPath = QStringLiteral("layout.json");
 
     QComboBox *m_lineStyle = nullptr;

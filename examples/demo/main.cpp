@@ -70,6 +70,11 @@ int main(int argc, char *argv[]) {
                        "the screen (x y width height), for driving the window from outside."),
         QStringLiteral("row,column"));
     parser.addOption(whereOption);
+    const QCommandLineOption paletteOption(
+        QStringLiteral("palette"),
+        QStringLiteral("Starts in the <look> palette: classic, application (the default) or dark."),
+        QStringLiteral("look"));
+    parser.addOption(paletteOption);
     parser.addPositionalArgument(
         QStringLiteral("directory"),
         QStringLiteral("Directory to show, four levels deep, at most 32767 rows."),
@@ -104,6 +109,13 @@ int main(int argc, char *argv[]) {
     HostContainer host; // declared before the window: the control uses it until it is destroyed
     DemoWindow window(host, std::move(table));
     window.resize(900, 600);
+    const QString look = parser.value(paletteOption);
+    if (look == QLatin1String("classic"))
+        window.applyLook(DemoWindow::Look::Classic);
+    else if (look == QLatin1String("dark"))
+        window.applyLook(DemoWindow::Look::Dark);
+    else if (!look.isEmpty() && look != QLatin1String("application"))
+        parser.showHelp(2);
     window.show();
     window.showcaseSelection();
     if (!arguments.isEmpty())
