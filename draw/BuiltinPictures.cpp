@@ -1,7 +1,6 @@
 #include "BuiltinPictures.h"
 
 #include <QString>
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -30,31 +29,4 @@ StdPicturePtr builtinPicture(int resourceNumber) {
         cache[slot] = std::make_shared<StdPicture>(std::move(image));
     }
     return cache[slot];
-}
-
-StdPicturePtr paletteBox(int resourceNumber, const QPalette &palette) {
-    if (resourceNumber != picMinusBox && resourceNumber != picPlusBox)
-        return nullptr;
-    const StdPicturePtr box = builtinPicture(resourceNumber);
-    if (!box)
-        return nullptr;
-    // The box file's three colours, and what the palette makes of each.
-    const std::array<std::pair<QRgb, QRgb>, 3> colours = {{
-        {0xFF808080, palette.color(QPalette::Active, QPalette::Mid).rgb()},
-        {0xFFFFFFFF, palette.color(QPalette::Active, QPalette::Base).rgb()},
-        {0xFF000000, palette.color(QPalette::Active, QPalette::Text).rgb()},
-    }};
-    if (std::all_of(colours.begin(), colours.end(), [](auto c) { return c.first == c.second; }))
-        return box;
-    QImage image = box->image().convertToFormat(QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y) {
-        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-            for (const auto &[from, to] : colours)
-                if ((line[x] | 0xFF000000u) == from) {
-                    line[x] = to | 0xFF000000u;
-                    break;
-                }
-    }
-    return std::make_shared<StdPicture>(std::move(image));
 }

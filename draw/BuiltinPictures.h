@@ -7,8 +7,6 @@
 #include "StdPicture.h"
 #include "vkTreeListExport.h"
 
-#include <QPalette>
-
 // Resource numbers of the built-in pictures.
 enum BuiltinPictureNumber : int {
     picMinusBox = 101,
@@ -22,8 +20,3 @@ enum BuiltinPictureNumber : int {
 // The built-in picture with the given resource number, loaded once and shared; null for any other
 // number.
 VKTL_EXPORT StdPicturePtr builtinPicture(int resourceNumber);
-
-// A plus or minus box in a palette's colours: its frame in the mid shade (the tree lines'), its
-// inside in the base and its sign in the text colour, as the platform draws such boxes. Under the
-// classic palette it is the built-in box itself. Null for any other number.
-VKTL_EXPORT StdPicturePtr paletteBox(int resourceNumber, const QPalette &palette);

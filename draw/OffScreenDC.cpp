@@ -8,6 +8,7 @@
 
 #include <QFontMetrics>
 #include <array>
+#include <cmath>
 
 namespace {
 
@@ -109,6 +110,11 @@ void OffScreenDC::DrawFrame(qint32 nLeft, qint32 nTop, qint32 nWidth, qint32 nHe
     }
     const qint64 L = nLeft;
     const qint64 T = nTop;
+    // Off the unit ratio the rings are a pen thick and may leave device pixels between them and
+    // the face: the whole box takes the face colour first.
+    if (m_raster.ratio() != 1 && !edge.empty())
+        m_raster.fillDevice(m_raster.columns(L == 0 ? nLeftOffset : L, L + nWidth),
+                            m_raster.rows(T, T + nHeight), rgb(NewBackColor));
     drawBevel(L, T, L + nWidth - 1, T + nHeight - 1, edge, [this](const BevelSide &side) {
         DrawLine(toInt32(side.x1), toInt32(side.y1), toInt32(side.x2), toInt32(side.y2), side.color,
                  m_backColor);
@@ -172,6 +178,28 @@ void OffScreenDC::DrawLine(qint32 X1, qint32 Y1, qint32 X2, qint32 Y2, OleColor 
         SurfacePixels::dottedLine(m_raster, X1, Y1, X2, Y2, color, rgb(BackColor));
     else
         SurfacePixels::solidLine(m_raster, X1, Y1, X2, Y2, color);
+}
+
+void OffScreenDC::DrawExpandBox(qint32 x, qint32 y, qint32 size, bool plus, OleColor frame,
+                                OleColor inside, OleColor sign) {
+    using Span = RasterSurface::Span;
+    const Span cols = {m_raster.device(qint64(x) + OriginX()),
+                       m_raster.device(qint64(x) + size + OriginX())};
+    const Span rows = {m_raster.device(y), m_raster.device(qint64(y) + size)};
+    const qint64 pen = m_raster.pen();
+    const qint64 extent = std::min(cols.hi - cols.lo, rows.hi - rows.lo);
+    if (extent <= 0)
+        return;
+    m_raster.fillDevice(cols, rows, rgb(frame));
+    m_raster.fillDevice({cols.lo + pen, cols.hi - pen}, {rows.lo + pen, rows.hi - pen},
+                        rgb(inside));
+    const qint64 inset = pen + std::max<qint64>(1, std::llround(m_raster.ratio()));
+    const qint64 middle = (extent - pen) / 2;
+    m_raster.fillDevice({cols.lo + inset, cols.lo + extent - inset},
+                        {rows.lo + middle, rows.lo + middle + pen}, rgb(sign));
+    if (plus)
+        m_raster.fillDevice({cols.lo + middle, cols.lo + middle + pen},
+                            {rows.lo + inset, rows.lo + extent - inset}, rgb(sign));
 }
 
 void OffScreenDC::DrawPicture(const StdPicturePtr &bmpSource, qint32 X, qint32 Y) {

@@ -27,6 +27,10 @@ public:
     // Makes an empty object; it draws nothing until `Initialize`.
     OffScreenDC();
 
+    // Device pixels per logical pixel the next `Initialize` makes the raster at (1 by default);
+    // every coordinate stays logical.
+    qreal pixelRatio() const { return m_raster.ratio(); }
+    void setPixelRatio(qreal ratio) { m_raster.setRatio(ratio); }
     // The current background colour, as last set.
     OleColor BackColor() const { return m_backColor; }
     // Sets the current background colour (stored untranslated).
@@ -82,6 +86,10 @@ public:
     // pixel past the end; dotted horizontal lines leave the gaps; dotted diagonals draw nothing.
     void DrawLine(qint32 X1, qint32 Y1, qint32 X2, qint32 Y2, OleColor Color, OleColor BackColor,
                   bool Dotted = false);
+    // A plus (or minus) box `size` pixels square at (x, y): a frame one pen thick, the inside, and
+    // a sign one pen thick kept a pen off the frame, all on whole device pixels.
+    void DrawExpandBox(qint32 x, qint32 y, qint32 size, bool plus, OleColor frame, OleColor inside,
+                       OleColor sign);
     // Copies a picture opaquely at full size with its top-left corner at (X, Y).
     void DrawPicture(const StdPicturePtr &bmpSource, qint32 X, qint32 Y);
     // Text with its top-left at (X, Y) on an opaque box of its measured size. Given colours
@@ -90,7 +98,7 @@ public:
                   std::optional<OleColor> NewTextColor = std::nullopt,
                   std::optional<OleColor> NewBackColor = std::nullopt,
                   StdFontPtr TextFont = nullptr);
-    // The surface raster (null image before `Initialize`).
+    // The surface raster, in device pixels (null image before `Initialize`).
     QImage *hDC() { return &m_raster.image(); }
     // The surface raster, read-only.
     const QImage *hDC() const { return &m_raster.image(); }

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -40,18 +41,35 @@ void blit(QImage &dst, qint64 x, qint64 y, const QImage &src, qint64 width, qint
 
 } // namespace
 
+qint64 RasterSurface::device(qint64 v) const {
+    if (m_ratio == 1)
+        return v;
+    return static_cast<qint64>(std::floor(static_cast<double>(v) * m_ratio + 0.5));
+}
+
+qint64 RasterSurface::pen() const {
+    return std::max<qint64>(1, static_cast<qint64>(m_ratio));
+}
+
+qint32 RasterSurface::deviceExtent(qint32 logical, qreal ratio) {
+    if (ratio == 1 || logical <= 0)
+        return logical;
+    return static_cast<qint32>(std::min(std::floor(logical * ratio + 0.5), double(1 << 30)));
+}
+
 void RasterSurface::reset(QImage *target, qint32 width, qint32 height) {
     m_target = target;
     clearClip();
     m_width = width;
     m_height = height;
+    const qint64 w = deviceExtent(width, m_ratio), h = deviceExtent(height, m_ratio);
     // A raster of the right size that nobody else shares is painted over, not made anew: the
     // caller clears it all the same.
-    const bool fits = width > 0 && height > 0 && qint64(width) * height <= MaxRasterPixels;
+    const bool fits = w > 0 && h > 0 && w * h <= MaxRasterPixels;
     if (!fits)
         m_image = QImage();
-    else if (m_image.size() != QSize(width, height) || !m_image.isDetached())
-        m_image = QImage(width, height, QImage::Format_RGB32);
+    else if (m_image.size() != QSize(int(w), int(h)) || !m_image.isDetached())
+        m_image = QImage(int(w), int(h), QImage::Format_RGB32);
 }
 
 void RasterSurface::setClipRows(qint64 top, qint64 bottom) {
@@ -65,12 +83,18 @@ void RasterSurface::clearClip() {
 }
 
 RasterSurface::Span RasterSurface::columns(qint64 lo, qint64 hi) const {
-    return clipSpan(lo + m_originX, hi + m_originX, m_image.width());
+    return clipSpan(device(lo + m_originX), device(hi + m_originX), m_image.width());
 }
 
 RasterSurface::Span RasterSurface::rows(qint64 lo, qint64 hi) const {
-    const Span onRaster = clipSpan(lo, hi, m_image.height());
-    return {std::max(onRaster.lo, m_clipTop), std::min(onRaster.hi, m_clipBottom)};
+    const Span onRaster = clipSpan(device(lo), device(hi), m_image.height());
+    return {std::max(onRaster.lo, device(m_clipTop)), std::min(onRaster.hi, device(m_clipBottom))};
+}
+
+RasterSurface::Span RasterSurface::drawableRows() const {
+    if (m_image.isNull())
+        return {0, 0};
+    return {std::max<qint64>(m_clipTop, 0), std::min<qint64>(m_clipBottom, m_height)};
 }
 
 bool RasterSurface::reaches(qint64 x, qint64 y) const {
@@ -79,21 +103,74 @@ bool RasterSurface::reaches(qint64 x, qint64 y) const {
 }
 
 void RasterSurface::setPixel(qint64 x, qint64 y, QRgb rgb) {
-    if (reaches(x, y))
+    if (m_ratio != 1)
+        fillDevice({device(x), device(x) + pen()}, rowsOf(y), rgb);
+    else if (reaches(x, y))
         reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)))[x] = rgb | 0xFF000000u;
 }
 
 void RasterSurface::invertPixel(qint64 x, qint64 y) {
-    if (reaches(x, y))
+    if (m_ratio != 1)
+        invertDevice({device(x), device(x) + pen()}, rowsOf(y));
+    else if (reaches(x, y))
         reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)))[x] ^= 0x00FFFFFFu;
+}
+
+RasterSurface::Span RasterSurface::rowsOf(qint64 y) const {
+    if (y < m_clipTop || y >= m_clipBottom)
+        return {0, 0};
+    return {device(y), device(y) + pen()};
+}
+
+void RasterSurface::fillDevice(Span cols, Span rows, QRgb rgb) {
+    cols = clipSpan(cols.lo, cols.hi, m_image.width());
+    rows = clipSpan(std::max(rows.lo, device(m_clipTop)), std::min(rows.hi, device(m_clipBottom)),
+                    m_image.height());
+    for (qint64 y = rows.lo; y < rows.hi; ++y) {
+        auto *line = reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)));
+        std::fill(line + cols.lo, line + std::max(cols.lo, cols.hi), rgb | 0xFF000000u);
+    }
+}
+
+void RasterSurface::invertDevice(Span cols, Span rows) {
+    cols = clipSpan(cols.lo, cols.hi, m_image.width());
+    rows = clipSpan(std::max(rows.lo, device(m_clipTop)), std::min(rows.hi, device(m_clipBottom)),
+                    m_image.height());
+    for (qint64 y = rows.lo; y < rows.hi; ++y) {
+        auto *line = reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)));
+        for (qint64 x = cols.lo; x < cols.hi; ++x)
+            line[x] ^= 0x00FFFFFFu;
+    }
 }
 
 void RasterSurface::copyToTarget(qint64 left, qint64 top, qint64 width, qint64 height) {
     if (m_target)
-        blit(*m_target, left, top, m_image, width, height);
+        blit(*m_target, device(left), device(top), m_image, device(width), device(height));
 }
 
 void RasterSurface::drawImage(qint64 x, qint64 y, const QImage &image, qint64 width,
                               qint64 height) {
-    blit(m_image, x + m_originX, y, image, width, height, m_clipTop, m_clipBottom);
+    const qreal own = image.devicePixelRatio();
+    if (m_ratio == 1 && own == 1) {
+        blit(m_image, x + m_originX, y, image, width, height, m_clipTop, m_clipBottom);
+        return;
+    }
+    // The picture's logical size, cut to width x height, lands on the device pixels of that box.
+    const QSizeF logical = image.deviceIndependentSize();
+    const qreal w = std::min<qreal>(width, logical.width());
+    const qreal h = std::min<qreal>(height, logical.height());
+    const Span cols = {device(x + m_originX), device(x + m_originX + qint64(std::ceil(w)))};
+    const Span rows = {device(y), device(y + qint64(std::ceil(h)))};
+    const Span clipRows = this->rows(y, y + qint64(std::ceil(h)));
+    if (cols.empty() || clipRows.empty() || m_image.isNull() || image.isNull() ||
+        std::abs(cols.lo) > (1 << 30) || std::abs(rows.lo) > (1 << 30))
+        return;
+    QPainter p(&m_image);
+    p.setCompositionMode(QPainter::CompositionMode_Source);
+    p.setRenderHint(QPainter::SmoothPixmapTransform);
+    p.setClipRect(QRect(0, int(clipRows.lo), m_image.width(), int(clipRows.hi - clipRows.lo)));
+    QImage source = image;
+    source.setDevicePixelRatio(1);
+    p.drawImage(QRect(int(cols.lo), int(rows.lo), int(cols.hi - cols.lo), int(rows.hi - rows.lo)),
+                source, QRectF(0, 0, w * own, h * own));
 }

@@ -1,7 +1,10 @@
 #pragma once
 // The pixels a surface draws on: a 32-bit RGB raster, the image it is copied to, a horizontal
 // drawing origin and a band of pixel rows that drawing may reach. Logical coordinates are those
-// the caller draws at; raster coordinates are logical x plus the origin, and the same y.
+// the caller draws at; raster coordinates are logical x plus the origin, and the same y. The
+// raster holds device pixels: at a pixel ratio r a raster coordinate v becomes device pixel
+// floor(v * r + 1/2), so areas stay edge to edge, while a line is `pen()` device pixels thick
+// wherever it lies, so lines keep one width at fractional ratios.
 
 #include <QImage>
 #include <QRgb>
@@ -21,6 +24,14 @@ public:
     // give no raster: drawing is then ignored. `target` is where `copyToTarget` copies (may be
     // null).
     void reset(QImage *target, qint32 width, qint32 height);
+    // Device pixels per logical pixel (1 by default); the raster is made at it by `reset`.
+    qreal ratio() const { return m_ratio; }
+    void setRatio(qreal ratio) { m_ratio = ratio > 0 ? ratio : 1; }
+    // The device pixel where raster coordinate v starts; the thickness of a line.
+    qint64 device(qint64 v) const;
+    qint64 pen() const;
+    // Device extent of a logical one at a ratio: the size a raster of that ratio is made.
+    static qint32 deviceExtent(qint32 logical, qreal ratio);
 
     // The raster (null before `reset`, or when the size did not allow one).
     QImage &image() { return m_image; }
@@ -35,31 +46,41 @@ public:
     void setClipRows(qint64 top, qint64 bottom);
     void clearClip();
 
-    // The raster columns of logical columns [lo, hi), clipped to the raster.
+    // The device columns of logical columns [lo, hi), clipped to the raster.
     Span columns(qint64 lo, qint64 hi) const;
-    // The rows of [lo, hi) that are on the raster and inside the clip.
+    // The device rows of [lo, hi) that are on the raster and inside the clip.
     Span rows(qint64 lo, qint64 hi) const;
-    // Writes one pixel at raster coordinates when it is on the raster and inside the clip.
+    // The raster rows inside the clip, in raster coordinates; empty without a raster.
+    Span drawableRows() const;
+    // Writes one pixel at raster coordinates (a pen square of device pixels) where it is on the
+    // raster and inside the clip.
     void setPixel(qint64 x, qint64 y, QRgb rgb);
     // Inverts one pixel at raster coordinates, on the same condition.
     void invertPixel(qint64 x, qint64 y);
+    // Fills / inverts device pixels [cols) x [rows), clipped to the raster and the clip.
+    void fillDevice(Span cols, Span rows, QRgb rgb);
+    void invertDevice(Span cols, Span rows);
 
     // Copies the raster from its origin to the target at (left, top), at most width x height
     // pixels. The whole raster copied onto a target of its size shares the raster instead;
     // whichever is drawn on next copies it first.
     void copyToTarget(qint64 left, qint64 top, qint64 width, qint64 height);
-    // Copies an image opaquely, at most width x height of it, with its top-left at logical
-    // (x, y), inside the clip.
+    // Copies an image opaquely, at most width x height logical pixels of it, with its top-left at
+    // logical (x, y), inside the clip. An image with a pixel ratio of its own is that many times
+    // larger; at another ratio than the raster's it is scaled smoothly.
     void drawImage(qint64 x, qint64 y, const QImage &image, qint64 width, qint64 height);
 
 private:
     bool reaches(qint64 x, qint64 y) const;
+    // The device rows of a line at raster row y, or none outside the clip.
+    Span rowsOf(qint64 y) const;
 
     QImage m_image;
     QImage *m_target = nullptr;
     qint32 m_width = 0;
     qint32 m_height = 0;
     qint32 m_originX = 0;
+    qreal m_ratio = 1;
     qint64 m_clipTop = 0;
     qint64 m_clipBottom = std::numeric_limits<qint32>::max();
 };

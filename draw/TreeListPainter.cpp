@@ -12,6 +12,8 @@ namespace {
 constexpr OleColor kHighlight = 0x8000000D; // selected row with focus
 constexpr OleColor kHighlightText = 0x8000000E;
 constexpr OleColor kButtonFace = 0x8000000F; // selected row without focus
+constexpr OleColor kWindow = 0x80000005;     // inside a plus/minus box
+constexpr OleColor kWindowText = 0x80000008; // its sign
 
 qint32 roundHalfEven(double v) {
     return static_cast<qint32>(std::nearbyint(v));
@@ -329,8 +331,12 @@ void TreeListPainter::DrawNodePictures(OffScreenDC &dc, const lsNode &row,
                                        const lsIdent &ident) const {
     if (!row.Visible())
         return;
-    if (row.HasChild())
-        dc.DrawPicture(builtin(row.Expanded() ? 101 : 102), ident.ExpX(), ident.ExpY());
+    // The box is drawn, not copied from its picture, so its edges and sign stay on whole device
+    // pixels at any ratio and take the palette's colours; at the unit ratio under the classic
+    // palette it is the picture, pixel for pixel.
+    if (const StdPicturePtr box = builtin(row.Expanded() ? 101 : 102); box && row.HasChild())
+        dc.DrawExpandBox(ident.ExpX(), ident.ExpY(), box->pixelWidth(), !row.Expanded(),
+                         m_ctx.lineColor, kWindow, kWindowText);
     const StdPicturePtr picture = row.Marked() ? builtin(106) : nodePicture(row);
     if (picture)
         dc.DrawPicture(picture, ident.picX(), ident.PicY());

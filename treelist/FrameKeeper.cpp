@@ -8,7 +8,6 @@
 #include "TreeListState.h"
 #include "TreeListViewport.h"
 
-#include "BuiltinPictures.h"
 #include "InheritedPalette.h"
 #include "PictureBox.h"
 #include "SystemColors.h"
@@ -24,6 +23,7 @@ std::unique_ptr<OffScreenDC> FrameKeeper::newSurface() {
         m_spareSurface ? std::move(m_spareSurface) : std::make_unique<OffScreenDC>();
     dc->setOriginX(0);
     dc->setPalette(inheritedPalette(t));
+    dc->setPixelRatio(t.d->picOut->devicePixelRatioF());
     dc->Initialize(t.d->picOut->screenImage(), t.d->picOut->ScaleWidth(),
                    t.d->picOut->ScaleHeight(), t.d->picOut->BackColor(), t.d->picOut->ForeColor(),
                    t.d->picOut->Font());
@@ -58,7 +58,8 @@ void FrameKeeper::RedrawFrame(bool keepIfUnchanged) {
             return;
         }
         if (m_pixelsPending ||
-            m_surface->HasChanged(t.d->picOut->ScaleWidth(), t.d->picOut->ScaleHeight()))
+            m_surface->HasChanged(t.d->picOut->ScaleWidth(), t.d->picOut->ScaleHeight()) ||
+            m_surface->pixelRatio() != t.d->picOut->devicePixelRatioF())
             composeFrame();
     }
     showSurface();
@@ -166,16 +167,8 @@ PaintContext FrameKeeper::paintContext() {
     ctx.gapColor = t.d->picOut->BackColor();
     ctx.imageList = t.d->imageList.get();
     ctx.scale = t.d->picOut;
-    const QPalette palette = inheritedPalette(t);
-    ctx.lineColor = oleFromRgb(palette.color(QPalette::Active, QPalette::Mid).rgb());
-    if (m_picturesFrom != t.d->pictures || !(m_picturesPalette == palette)) {
-        m_picturesFrom = m_pictures = t.d->pictures;
-        m_picturesPalette = palette;
-        for (int number : {picMinusBox, picPlusBox})
-            if (StdPicturePtr box = paletteBox(number, palette))
-                m_pictures[size_t(number - picMinusBox)] = box;
-    }
-    ctx.pictures = &m_pictures;
+    ctx.lineColor = oleFromRgb(inheritedPalette(t).color(QPalette::Active, QPalette::Mid).rgb());
+    ctx.pictures = &t.d->pictures;
     return ctx;
 }
 

@@ -8,7 +8,6 @@
 
 #include <QFont>
 #include <QPalette>
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -66,6 +65,7 @@ private:
         OleColor back, fore;
         QFont font;
         QPalette palette;
+        qreal pixelRatio; // a move to a screen of another ratio composes the frame anew
         const lsImageList *imageList;
         qint32 images;
         bool operator==(const FrameInputs &) const = default;
@@ -97,10 +97,6 @@ private:
     void showSurface();
 
     vkTreeList &t;
-    // The built-in pictures with the boxes in the colours of `m_picturesPalette`, made from
-    // `m_picturesFrom`.
-    std::array<StdPicturePtr, 6> m_pictures, m_picturesFrom;
-    QPalette m_picturesPalette;
     std::unique_ptr<OffScreenDC> m_surface;
     std::unique_ptr<OffScreenDC> m_spareSurface; // the previous frame's, painted over next
     float m_redrawTime = 0.0f;

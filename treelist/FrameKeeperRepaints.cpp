@@ -33,6 +33,7 @@ FrameKeeper::FrameInputs FrameKeeper::frameInputs() {
             t.d->picOut->ForeColor(),
             t.d->picOut->Font()->qfont(),
             inheritedPalette(t),
+            t.d->picOut->devicePixelRatioF(),
             images,
             images ? images->Count() : 0};
 }

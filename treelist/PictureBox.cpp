@@ -1,5 +1,6 @@
 #include "PictureBox.h"
 
+#include "RasterSurface.h"
 #include "SystemColors.h"
 
 #include <QFontMetrics>
@@ -48,11 +49,16 @@ void PictureBox::showFrame() {
 }
 
 void PictureBox::invertVerticalLine(qint32 x) {
-    if (x < 0 || x >= m_screen.width())
+    // A line a pen thick at the screen's ratio, as the frame's lines are.
+    const qreal ratio = devicePixelRatioF();
+    const int from = RasterSurface::deviceExtent(x, ratio);
+    const int to = from + std::max(1, int(ratio));
+    if (x < 0 || from >= m_screen.width())
         return;
     for (int y = 0; y < m_screen.height(); ++y) {
-        QRgb *pixel = reinterpret_cast<QRgb *>(m_screen.scanLine(y)) + x;
-        *pixel = *pixel ^ 0x00FFFFFF;
+        QRgb *line = reinterpret_cast<QRgb *>(m_screen.scanLine(y));
+        for (int d = from; d < std::min(to, m_screen.width()); ++d)
+            line[d] ^= 0x00FFFFFF;
     }
     if (!m_painting)
         update(x, 0, 1, height());
@@ -83,15 +89,19 @@ void PictureBox::paintEvent(QPaintEvent *) {
     m_painting = true;
     emit paintRequested();
     m_painting = false;
+    // The image holds device pixels: it covers the widget one to one on the screen.
+    const qreal ratio = devicePixelRatioF();
     QPainter p(this);
-    p.drawImage(0, 0, m_screen);
+    p.drawImage(QRectF(0, 0, m_screen.width() / ratio, m_screen.height() / ratio), m_screen);
 }
 
 void PictureBox::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
     // The old frame stays where it was until the control copies a new one: when composing that
     // one fails, the last good frame is still what the user sees.
-    QImage screen(size(), QImage::Format_RGB32);
+    const qreal ratio = devicePixelRatioF();
+    QImage screen(RasterSurface::deviceExtent(width(), ratio),
+                  RasterSurface::deviceExtent(height(), ratio), QImage::Format_RGB32);
     screen.fill(oleTranslateColor(m_backColor, palette()));
     // A surface shrunk to nothing has no picture to paint on.
     if (!m_screen.isNull() && !screen.isNull())

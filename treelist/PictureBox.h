@@ -16,7 +16,7 @@ class VKTL_EXPORT PictureBox : public QWidget, public ScaleSource {
 public:
     explicit PictureBox(QWidget *parent = nullptr);
 
-    // The image frames are copied to; it always has the widget's size.
+    // The image frames are copied to: the widget's size in device pixels.
     QImage *screenImage() { return &m_screen; }
     const QImage &screenImage() const { return m_screen; }
 
