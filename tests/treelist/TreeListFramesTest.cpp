@@ -10,6 +10,7 @@
 #include <QFocusEvent>
 #include <QLabel>
 #include <QScopeGuard>
+#include <QTreeWidget>
 #include <functional>
 #include <map>
 
@@ -174,6 +175,47 @@ TEST_F(TreeListFramesTest, DarkPaletteBeforeOrAfterTheControlIsMade) {
         expectMatchesGolden(list->grab().toImage().convertToFormat(QImage::Format_RGB32), name);
         list->AbortEdit();
     }
+}
+
+// The share of aligned 2x2 device-pixel blocks that are not one colour: near zero for a frame
+// composed at 1x and scaled up, high where the device pixels are drawn.
+double detailedBlocks(const QImage &image) {
+    int detailed = 0, blocks = 0;
+    for (int y = 0; y + 1 < image.height(); y += 2)
+        for (int x = 0; x + 1 < image.width(); x += 2, ++blocks) {
+            const QRgb p = image.pixel(x, y);
+            detailed += p != image.pixel(x + 1, y) || p != image.pixel(x, y + 1) ||
+                        p != image.pixel(x + 1, y + 1);
+        }
+    return blocks ? double(detailed) / blocks : 0;
+}
+
+// Run under QT_SCALE_FACTOR (the test command runs it at 1.5 and 2): the frame holds the screen's
+// device pixels, drawn rather than scaled, while every coordinate a host sees stays logical.
+TEST_F(TreeListFramesTest, FramesAtTheScreensPixelRatio) {
+    const qreal ratio = list->devicePixelRatioF();
+    if (ratio == 1)
+        GTEST_SKIP() << "needs a screen with a pixel ratio (QT_SCALE_FACTOR)";
+    makeControl(false, 360, 160);
+    list->setLineStyle(lsLineDotted);
+    const QImage image = frame();
+    EXPECT_EQ(image.size(), QSize(356, 156) * ratio); // inside the sunken border
+    expectMatchesGolden(image, QStringLiteral("sample-dotted-at-%1").arg(ratio));
+    const lsCellPtr cell = list->Nodes(2)->Cells()->Item(1);
+    EXPECT_EQ(cell->Top(), 2 * list->RowHeight());
+    EXPECT_EQ(list->HitTest(cell->Left() + 30, cell->Top() + 3)->DataRow(), 2);
+    if (ratio != 2)
+        return;
+    // Qt's view of the same rows, both compared below their header.
+    QTreeWidget qt;
+    qt.setColumnCount(list->Columns());
+    for (qint32 r = 1; r <= list->Rows(); ++r)
+        qt.addTopLevelItem(new QTreeWidgetItem(QStringList(list->Nodes(r)->Text())));
+    qt.resize(list->size());
+    qt.show();
+    const int header = 2 * list->Headers() * list->RowHeight();
+    EXPECT_GE(detailedBlocks(image.copy(0, header, image.width(), image.height() - header)),
+              0.5 * detailedBlocks(qt.viewport()->grab().toImage()));
 }
 
 } // namespace
