@@ -204,7 +204,7 @@ void OffScreenDC::DrawExpandBox(qint32 x, qint32 y, qint32 size, bool plus, OleC
 
 void OffScreenDC::DrawPicture(const StdPicturePtr &bmpSource, qint32 X, qint32 Y) {
     if (bmpSource)
-        m_raster.drawImage(X, Y, bmpSource->image(), bmpSource->pixelWidth(),
+        m_raster.drawImage(X, Y, bmpSource->imageAt(pixelRatio()), bmpSource->pixelWidth(),
                            bmpSource->pixelHeight());
 }
 

@@ -16,6 +16,30 @@ StdPicture::StdPicture(QImage image) {
         m_image = image.convertToFormat(QImage::Format_RGB32);
 }
 
+StdPicture::StdPicture(const QIcon &icon, const QSize &size)
+    : StdPicture(icon.pixmap(size, 1.0).toImage()) {
+    m_icon = icon;
+}
+
+qint32 StdPicture::pixelWidth() const {
+    return static_cast<qint32>(std::lround(m_image.deviceIndependentSize().width()));
+}
+
+qint32 StdPicture::pixelHeight() const {
+    return static_cast<qint32>(std::lround(m_image.deviceIndependentSize().height()));
+}
+
+QImage StdPicture::imageAt(qreal ratio) const {
+    if (m_icon.isNull() || ratio == m_image.devicePixelRatio())
+        return m_image;
+    if (ratio != m_atRatioOf) {
+        const QSize size(pixelWidth(), pixelHeight());
+        m_atRatio = m_icon.pixmap(size, ratio).toImage().convertToFormat(QImage::Format_RGB32);
+        m_atRatioOf = ratio;
+    }
+    return m_atRatio;
+}
+
 std::shared_ptr<StdPicture> StdPicture::fromFile(const QString &path) {
     QImage image(path);
     if (image.isNull())

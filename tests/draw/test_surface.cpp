@@ -184,3 +184,48 @@ TEST(OffScreenDC, OriginShiftsEveryPrimitiveAfterItsRules) {
     shifted.DrawRect(0, 0, 60, 10, Yellow, Red, QString(), 16);
     expectPixels(shifted, {{5, 5, Magenta}, {6, 5, Yellow}}, "x-0 rule");
 }
+
+// At a pixel ratio a line is a pen thick wherever it lies, dots are evenly spaced, a box's frame
+// has one width on its four sides, and a picture with a raster for the ratio lands pixel for pixel.
+TEST(OffScreenDC, AtAPixelRatioLinesBoxesAndDotsStayEven) {
+    for (const qreal ratio : {1.25, 1.5, 1.75, 2.0}) {
+        OffScreenDC dc;
+        dc.setPixelRatio(ratio);
+        init(dc, 40, 40, White);
+        const QImage &image = *dc.hDC();
+        const auto reds = [&](int y, int x0, int x1) {
+            std::vector<int> xs;
+            for (int x = x0; x < x1; ++x)
+                if (oleFromRgb(image.pixel(x, y)) == Red)
+                    xs.push_back(x);
+            return xs;
+        };
+        const int pen = std::max(1, int(ratio));
+        for (int x = 3; x <= 7; ++x) { // every column lands on a pen-wide run of device pixels
+            dc.DrawLine(x, 0, x, 10, Red, White);
+            const int y = int(5 * ratio);
+            EXPECT_EQ(reds(y, 0, image.width()).size(), size_t(pen)) << ratio << " x " << x;
+            dc.DrawLine(x, 0, x, 10, White, White);
+        }
+        dc.DrawLine(0, 20, 30, 20, Red, White, true);
+        std::vector<int> dots, starts = reds(int(20 * ratio), 0, int(28 * ratio));
+        for (size_t i = 0; i < starts.size(); i += size_t(pen))
+            dots.push_back(starts[i]);
+        for (size_t i = 2; i < dots.size(); ++i)
+            EXPECT_EQ(dots[i] - dots[i - 1], dots[1] - dots[0]) << ratio << " dot " << i;
+        dc.DrawExpandBox(11, 25, 9, true, Red, White, Black);
+        const int middle = int((25 + 4.5) * ratio);
+        const std::vector<int> frame = reds(middle, 0, image.width());
+        ASSERT_EQ(frame.size(), size_t(2 * pen)) << ratio;
+        EXPECT_EQ(frame[size_t(pen) - 1] - frame[0], frame.back() - frame[size_t(pen)]);
+    }
+    QImage sharp(8, 8, QImage::Format_RGB32);
+    for (int i = 0; i < 64; ++i)
+        sharp.setPixel(i % 8, i / 8, (i * 37) % 2 ? 0xFF102030 : 0xFFF0E0D0);
+    sharp.setDevicePixelRatio(2);
+    OffScreenDC dc;
+    dc.setPixelRatio(2);
+    init(dc);
+    dc.DrawPicture(std::make_shared<StdPicture>(sharp), 3, 4);
+    EXPECT_EQ(dc.hDC()->copy(6, 8, 8, 8), sharp.convertToFormat(QImage::Format_RGB32));
+}
