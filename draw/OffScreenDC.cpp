@@ -27,6 +27,16 @@ constexpr std::array Raised3DEdge = {BevelRing{SysButtonHighlight, Sys3DDarkShad
 
 OffScreenDC::OffScreenDC() : m_defaultFont(StdFont().qfont()), m_palette(classicPalette()) {}
 
+OffScreenDC::~OffScreenDC() = default;
+
+QImage *OffScreenDC::hDC() {
+    return &m_raster.image();
+}
+
+const QImage *OffScreenDC::hDC() const {
+    return &m_raster.image();
+}
+
 void OffScreenDC::setPalette(const QPalette &palette) {
     m_palette = palette;
     m_faceColor = 0; // read again at the next Initialize
@@ -144,8 +154,10 @@ void OffScreenDC::DrawCaption(qint32 L, qint32 T, qint32 W, qint32 H, OleColor B
 
 void OffScreenDC::textOut(qint64 x, qint64 y, qint64 left, qint64 top, qint64 right, qint64 bottom,
                           const QString &text, const QFont &font) {
+    const QRgb back = rgb(m_backColor);
+    const bool fill = !m_fillSkipped || rgb(*m_fillSkipped) != back;
     SurfacePixels::textBox(m_raster, x, y, left, top, right, bottom, text, font, rgb(m_textColor),
-                           rgb(m_backColor));
+                           back, fill);
 }
 
 void OffScreenDC::InvertRect(qint32 nLeft, qint32 nTop, qint32 nWidth, qint32 nHeight) {

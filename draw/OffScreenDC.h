@@ -26,6 +26,7 @@ class VKTL_EXPORT OffScreenDC {
 public:
     // Makes an empty object; it draws nothing until `Initialize`.
     OffScreenDC();
+    ~OffScreenDC();
 
     // Device pixels per logical pixel the next `Initialize` makes the raster at (1 by default);
     // every coordinate stays logical.
@@ -98,10 +99,13 @@ public:
                   std::optional<OleColor> NewTextColor = std::nullopt,
                   std::optional<OleColor> NewBackColor = std::nullopt,
                   StdFontPtr TextFont = nullptr);
+    // While set, a box whose fill colour is this one's is not filled, its text drawn on what is
+    // there: the caller knows those pixels already have it (cells on a surface just cleared).
+    void setFillSkipped(std::optional<OleColor> colour) { m_fillSkipped = colour; }
     // The surface raster, in device pixels (null image before `Initialize`).
-    QImage *hDC() { return &m_raster.image(); }
+    QImage *hDC();
     // The surface raster, read-only.
-    const QImage *hDC() const { return &m_raster.image(); }
+    const QImage *hDC() const;
     // The caption as `DrawRect` shows it in a width: unchanged when nLeft + its width stays below
     // nWidth - 4, else cut and ended with "...", or "..." alone. Appearance is not used.
     QString AdjustText(qint32 nLeft, qint32 nWidth, const QString &Caption,
@@ -152,4 +156,5 @@ private:
     OleColor m_highlightColor = 0;
     OleColor m_shadowColor = 0;
     QPalette m_palette;
+    std::optional<OleColor> m_fillSkipped;
 };

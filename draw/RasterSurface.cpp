@@ -41,6 +41,37 @@ void blit(QImage &dst, qint64 x, qint64 y, const QImage &src, qint64 width, qint
 
 } // namespace
 
+RasterSurface::RasterSurface() = default;
+
+RasterSurface::~RasterSurface() {
+    endPainting();
+}
+
+QImage &RasterSurface::image() {
+    endPainting();
+    return m_image;
+}
+
+const QImage &RasterSurface::image() const {
+    endPainting();
+    return m_image;
+}
+
+QPainter &RasterSurface::painter() {
+    if (!m_painter)
+        m_painter = std::make_unique<QPainter>();
+    if (!m_painter->isActive()) {
+        m_painter->begin(&m_image);
+        m_painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    }
+    return *m_painter;
+}
+
+void RasterSurface::endPainting() const {
+    if (m_painter && m_painter->isActive())
+        m_painter->end();
+}
+
 qint64 RasterSurface::device(qint64 v) const {
     if (m_ratio == 1)
         return v;
@@ -58,6 +89,7 @@ qint32 RasterSurface::deviceExtent(qint32 logical, qreal ratio) {
 }
 
 void RasterSurface::reset(QImage *target, qint32 width, qint32 height) {
+    endPainting();
     m_target = target;
     clearClip();
     m_width = width;
@@ -126,9 +158,13 @@ void RasterSurface::fillDevice(Span cols, Span rows, QRgb rgb) {
     cols = clipSpan(cols.lo, cols.hi, m_image.width());
     rows = clipSpan(std::max(rows.lo, device(m_clipTop)), std::min(rows.hi, device(m_clipBottom)),
                     m_image.height());
+    if (cols.empty() || rows.empty())
+        return;
+    uchar *bits = m_image.bits();
+    const qsizetype stride = m_image.bytesPerLine();
     for (qint64 y = rows.lo; y < rows.hi; ++y) {
-        auto *line = reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)));
-        std::fill(line + cols.lo, line + std::max(cols.lo, cols.hi), rgb | 0xFF000000u);
+        auto *line = reinterpret_cast<QRgb *>(bits + y * stride);
+        std::fill(line + cols.lo, line + cols.hi, rgb | 0xFF000000u);
     }
 }
 
@@ -144,6 +180,7 @@ void RasterSurface::invertDevice(Span cols, Span rows) {
 }
 
 void RasterSurface::copyToTarget(qint64 left, qint64 top, qint64 width, qint64 height) {
+    endPainting();
     if (m_target)
         blit(*m_target, device(left), device(top), m_image, device(width), device(height));
 }
@@ -152,6 +189,7 @@ void RasterSurface::drawImage(qint64 x, qint64 y, const QImage &image, qint64 wi
                               qint64 height) {
     const qreal own = image.devicePixelRatio();
     if (m_ratio == 1 && own == 1) {
+        endPainting();
         blit(m_image, x + m_originX, y, image, width, height, m_clipTop, m_clipBottom);
         return;
     }
@@ -165,12 +203,12 @@ void RasterSurface::drawImage(qint64 x, qint64 y, const QImage &image, qint64 wi
     if (cols.empty() || clipRows.empty() || m_image.isNull() || image.isNull() ||
         std::abs(cols.lo) > (1 << 30) || std::abs(rows.lo) > (1 << 30))
         return;
-    QPainter p(&m_image);
+    QPainter &p = painter();
     p.setCompositionMode(QPainter::CompositionMode_Source);
-    p.setRenderHint(QPainter::SmoothPixmapTransform);
     p.setClipRect(QRect(0, int(clipRows.lo), m_image.width(), int(clipRows.hi - clipRows.lo)));
     QImage source = image;
     source.setDevicePixelRatio(1);
     p.drawImage(QRect(int(cols.lo), int(rows.lo), int(cols.hi - cols.lo), int(rows.hi - rows.lo)),
                 source, QRectF(0, 0, w * own, h * own));
+    p.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }

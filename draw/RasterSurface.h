@@ -9,6 +9,9 @@
 #include <QImage>
 #include <QRgb>
 #include <limits>
+#include <memory>
+
+class QPainter;
 
 class RasterSurface {
 public:
@@ -33,9 +36,21 @@ public:
     // Device extent of a logical one at a ratio: the size a raster of that ratio is made.
     static qint32 deviceExtent(qint32 logical, qreal ratio);
 
-    // The raster (null before `reset`, or when the size did not allow one).
-    QImage &image() { return m_image; }
-    const QImage &image() const { return m_image; }
+    RasterSurface();
+    ~RasterSurface();
+    RasterSurface(const RasterSurface &) = delete;
+    RasterSurface &operator=(const RasterSurface &) = delete;
+
+    // The raster (null before `reset`, or when the size did not allow one). Handing it out ends
+    // the surface's painter: whoever gets it may share it or paint on it.
+    QImage &image();
+    const QImage &image() const;
+    // The raster's size in device pixels.
+    QSize deviceSize() const { return m_image.size(); }
+    // A painter on the raster, begun on first use and kept until the raster is handed out, made
+    // anew or copied: a frame paints its texts with one painter rather than one per text. Its
+    // clip and composition mode are the caller's to set.
+    QPainter &painter();
     // The size given to `reset`, whether or not a raster was made.
     qint32 width() const { return m_width; }
     qint32 height() const { return m_height; }
@@ -75,7 +90,10 @@ private:
     // The device rows of a line at raster row y, or none outside the clip.
     Span rowsOf(qint64 y) const;
 
+    void endPainting() const;
+
     QImage m_image;
+    mutable std::unique_ptr<QPainter> m_painter;
     QImage *m_target = nullptr;
     qint32 m_width = 0;
     qint32 m_height = 0;

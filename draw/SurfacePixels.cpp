@@ -29,7 +29,7 @@ void devicePattern(RasterSurface &surface, qint64 x1, qint64 y1, qint64 x2, qint
     const qint64 phase = (from & 1) ? pitch / 2 : 0;
     const qint64 at = vertical ? x1 : y1;
     const RasterSurface::Span across = {surface.device(at), surface.device(at) + pen};
-    const qint64 limit = vertical ? surface.image().height() : surface.image().width();
+    const qint64 limit = vertical ? surface.deviceSize().height() : surface.deviceSize().width();
     const qint64 lo = std::max<qint64>(surface.device(from), 0);
     const qint64 hi = std::min<qint64>(surface.device(to), limit);
     for (qint64 d = lo; d < hi; ++d) {
@@ -105,6 +105,18 @@ void solidLine(RasterSurface &surface, qint64 x1, qint64 y1, qint64 x2, qint64 y
     qint64 last = majorDir > 0 ? hi - 1 - majorStart : majorStart - lo;
     first = std::max<qint64>(first, 0);
     last = std::min(last, steps - 1);
+    if (!unit && minorRun == 0) {
+        // A line along a row or a column is one run of device pixels.
+        if (first > last)
+            return;
+        const qint64 a = majorStart + majorDir * first, b = majorStart + majorDir * last;
+        const RasterSurface::Span along = {surface.device(std::min(a, b)),
+                                           surface.device(std::max(a, b) + 1)};
+        const RasterSurface::Span across = {surface.device(minorStart),
+                                            surface.device(minorStart) + pen};
+        surface.fillDevice(xMajor ? along : across, xMajor ? across : along, rgb);
+        return;
+    }
     for (qint64 i = first; i <= last; ++i) {
         const auto num =
             static_cast<unsigned __int128>(2 * i) * static_cast<unsigned __int128>(minorRun) +
@@ -130,7 +142,7 @@ void dottedLine(RasterSurface &surface, qint64 x1, qint64 y1, qint64 x2, qint64 
         devicePattern(surface, x1, y1, x2, y2, rgb, back);
         return;
     }
-    const QImage &image = surface.image();
+    const QSize image = surface.deviceSize();
     if (x1 == x2) {
         // Pixels before the raster are skipped two at a time so the pattern's phase is kept.
         qint64 y = std::min(y1, y2);
@@ -156,12 +168,7 @@ void invert(RasterSurface &surface, qint64 left, qint64 top, qint64 right, qint6
     const RasterSurface::Span rows = surface.rows(top, bottom);
     if (cols.empty() || rows.empty())
         return;
-    QImage &image = surface.image();
-    for (qint64 y = rows.lo; y < rows.hi; ++y) {
-        auto *line = reinterpret_cast<QRgb *>(image.scanLine(static_cast<int>(y)));
-        for (qint64 x = cols.lo; x < cols.hi; ++x)
-            line[x] ^= 0x00FFFFFFu;
-    }
+    surface.invertDevice(cols, rows);
 }
 
 void focusFrame(RasterSurface &surface, qint64 left, qint64 top, qint64 right, qint64 bottom) {
@@ -178,7 +185,7 @@ void focusFrame(RasterSurface &surface, qint64 left, qint64 top, qint64 right, q
     const qint64 firstX = left + surface.originX();
     const qint64 lastX = right - 1 + surface.originX();
     const qint64 lastY = bottom - 1;
-    const QImage &image = surface.image();
+    const QSize image = surface.deviceSize();
     const qint64 colsLo = std::max<qint64>(firstX, 0);
     const qint64 colsHi = std::min<qint64>(lastX + 1, image.width());
     for (qint64 x = colsLo; x < colsHi; ++x) {
@@ -196,7 +203,8 @@ void focusFrame(RasterSurface &surface, qint64 left, qint64 top, qint64 right, q
 }
 
 void textBox(RasterSurface &surface, qint64 x, qint64 y, qint64 left, qint64 top, qint64 right,
-             qint64 bottom, const QString &text, const QFont &font, QRgb rgb, QRgb back) {
+             qint64 bottom, const QString &text, const QFont &font, QRgb rgb, QRgb back,
+             bool fill) {
     x += surface.originX();
     const RasterSurface::Span cols = surface.columns(left, right);
     const RasterSurface::Span rows = surface.rows(top, bottom);
@@ -204,17 +212,26 @@ void textBox(RasterSurface &surface, qint64 x, qint64 y, qint64 left, qint64 top
         return;
     const QRect box(static_cast<int>(cols.lo), static_cast<int>(rows.lo),
                     static_cast<int>(cols.hi - cols.lo), static_cast<int>(rows.hi - rows.lo));
-    QPainter p(&surface.image());
-    p.fillRect(box, QColor(back));
-    if (text.isEmpty() || x < -TextReach || x > TextReach || y < -TextReach || y > TextReach)
+    const bool drawn =
+        !text.isEmpty() && x >= -TextReach && x <= TextReach && y >= -TextReach && y <= TextReach;
+    if (!fill && !drawn)
         return;
+    QPainter &p = surface.painter();
     p.setClipRect(box);
-    // Off the unit ratio the text is drawn at the device's resolution, in logical coordinates.
-    if (surface.ratio() != 1)
-        p.scale(surface.ratio(), surface.ratio());
+    if (fill)
+        p.fillRect(box, QColor(back));
+    if (!drawn)
+        return;
     p.setPen(QColor(rgb));
     TextCache &texts = TextCache::instance();
-    texts.draw(p, static_cast<int>(x), static_cast<int>(y) + texts.ascent(font), font, text);
+    if (surface.ratio() == 1) {
+        texts.draw(p, static_cast<int>(x), static_cast<int>(y) + texts.ascent(font), font, text);
+        return;
+    }
+    // Off the unit ratio the text is set in the font scaled to the device, where it lands.
+    const QFont &scaled = texts.scaled(font, surface.ratio());
+    texts.draw(p, static_cast<int>(surface.device(x)),
+               static_cast<int>(surface.device(y)) + texts.ascent(scaled), scaled, text);
 }
 
 } // namespace SurfacePixels

@@ -20,9 +20,10 @@ void dottedLine(RasterSurface &surface, qint64 x1, qint64 y1, qint64 x2, qint64 
 void invert(RasterSurface &surface, qint64 left, qint64 top, qint64 right, qint64 bottom);
 // Inverts every other pixel of the one-pixel frame of [left, right) x [top, bottom).
 void focusFrame(RasterSurface &surface, qint64 left, qint64 top, qint64 right, qint64 bottom);
-// Fills [left, right) x [top, bottom) with back and draws text in rgb with its top-left at
-// (x, y), clipped to that box.
+// Fills [left, right) x [top, bottom) with back (unless told its pixels have that colour already)
+// and draws text in rgb with its top-left at (x, y), clipped to that box.
 void textBox(RasterSurface &surface, qint64 x, qint64 y, qint64 left, qint64 top, qint64 right,
-             qint64 bottom, const QString &text, const QFont &font, QRgb rgb, QRgb back);
+             qint64 bottom, const QString &text, const QFont &font, QRgb rgb, QRgb back,
+             bool fill = true);
 
 } // namespace SurfacePixels

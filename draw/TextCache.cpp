@@ -71,6 +71,19 @@ qint32 TextCache::ascent(const QFont &font) {
     return entry(font).ascent;
 }
 
+const QFont &TextCache::scaled(const QFont &font, qreal ratio) {
+    if (ratio != m_scaledBy || !(font == m_scaledFrom)) {
+        m_scaledFrom = font;
+        m_scaledBy = ratio;
+        m_scaled = font;
+        if (font.pixelSize() > 0)
+            m_scaled.setPixelSize(qRound(font.pixelSize() * ratio));
+        else
+            m_scaled.setPointSizeF(font.pointSizeF() * ratio);
+    }
+    return m_scaled;
+}
+
 void TextCache::draw(QPainter &painter, int x, int baseline, const QFont &font,
                      const QString &text) {
     FontEntry &fontEntry = entry(font);

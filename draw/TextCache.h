@@ -27,6 +27,9 @@ public:
     // QPainter::drawText would.
     void draw(QPainter &painter, int x, int baseline, const QFont &font, const QString &text);
 
+    // `font` scaled by `ratio`: the font that sets text at that many device pixels per pixel.
+    const QFont &scaled(const QFont &font, qreal ratio);
+
     // Drops every kept text and font (a host short of memory; tests that weigh the heap).
     void clear();
 
@@ -49,4 +52,7 @@ private:
     QList<FontEntry> m_fonts;
     qsizetype m_last = -1; // the entry found last: frames ask for one font many times in a row
     qsizetype m_size = 0;  // texts held over all fonts
+    // The font scaled last, its ratio and the result: a frame scales one font many times.
+    QFont m_scaledFrom, m_scaled;
+    qreal m_scaledBy = 0;
 };

@@ -85,10 +85,14 @@ void TreeListPainter::paintLaidOutRows(OffScreenDC &dc, const lsNodes &rows, lsI
                                        const std::vector<lsNodePtr> &shown,
                                        qint32 &widestText) const {
     // Cells first, then every line, then every picture, so that opaque pictures cover line ends.
+    // The cells pass draws nothing under another row's cells, so on a surface just cleared a
+    // cell of the clearing colour leaves its box as it is: a frame fills its pixels once.
+    dc.setFillSkipped(m_ctx.clearedTo);
     for (const lsNodePtr &row : shown) {
         ident.Refresh(row, m_ctx.rowHeight, m_ctx.imageList, m_ctx.scale);
         paintRow(dc, rows, *row, ident);
     }
+    dc.setFillSkipped(std::nullopt);
     drawLines(dc, rows, ident, shown, widestText);
     drawPictures(dc, ident, shown, 0, shown.size());
 }

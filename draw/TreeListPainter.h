@@ -14,6 +14,7 @@
 #include "lsNodes.h"
 
 #include <array>
+#include <optional>
 #include <vector>
 
 // What the painters read of the control, gathered once per frame.
@@ -30,6 +31,8 @@ struct PaintContext {
     qint32 scaleHeight = 0;          // height of the drawing area, where lines run off the view
     OleColor gapColor = 0;           // the drawing child's background: gaps of dotted lines
     OleColor lineColor = 0x80000010; // tree lines: the palette's mid shade (classic: button shadow)
+    // The surface was just cleared to this colour: cells of it need not fill their boxes.
+    std::optional<OleColor> clearedTo;
     const lsImageList *imageList = nullptr;
     const ScaleSource *scale = nullptr;
     const std::array<StdPicturePtr, 6> *pictures = nullptr; // built-in pictures 101..106

@@ -175,7 +175,8 @@ PaintContext FrameKeeper::paintContext() {
 void FrameKeeper::paintFrame(OffScreenDC &dc) {
     std::vector<lsNodePtr> shown;
     layoutFrame(shown);
-    const PaintContext ctx = paintContext();
+    PaintContext ctx = paintContext();
+    ctx.clearedTo = t.d->picOut->BackColor(); // newSurface cleared it
     const TreeListPainter painter(ctx);
     // Rows and headers scroll sideways together.
     dc.setOriginX(t.d->view->offset());
