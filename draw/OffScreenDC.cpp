@@ -61,8 +61,15 @@ void OffScreenDC::Initialize(QImage *CtlHdc, qint32 CtlWidth, qint32 CtlHeight,
     }
     m_backColor = NewBackColor;
     m_textColor = NewForeColor;
-    DrawRect(0, 0, CtlWidth, CtlHeight, NewBackColor, NewForeColor, QString(), 0, caCenterCenter,
-             Appearances::Flat);
+    if (OriginX() == 0) {
+        // The whole raster in the background colour, as the rectangle below would leave it.
+        m_textColor = translated(NewForeColor);
+        m_backColor = translated(NewBackColor);
+        m_raster.clear(rgb(NewBackColor));
+    } else {
+        DrawRect(0, 0, CtlWidth, CtlHeight, NewBackColor, NewForeColor, QString(), 0,
+                 caCenterCenter, Appearances::Flat);
+    }
     setFont(NewFont);
 }
 

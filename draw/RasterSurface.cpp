@@ -49,7 +49,22 @@ RasterSurface::~RasterSurface() {
 
 QImage &RasterSurface::image() {
     endPainting();
+    m_cleanColour.reset();
     return m_image;
+}
+
+void RasterSurface::clear(QRgb rgb) {
+    rgb |= 0xFF000000u;
+    const qint64 upTo =
+        m_cleanColour == rgb ? std::min<qint64>(m_reach, m_image.width()) : m_image.width();
+    const Span all = {0, m_image.height()};
+    const qint64 clipTop = m_clipTop, clipBottom = m_clipBottom;
+    clearClip();
+    fillDevice({0, upTo}, all, rgb);
+    m_clipTop = clipTop;
+    m_clipBottom = clipBottom;
+    m_cleanColour = rgb;
+    m_reach = 0;
 }
 
 const QImage &RasterSurface::image() const {
@@ -98,10 +113,10 @@ void RasterSurface::reset(QImage *target, qint32 width, qint32 height) {
     // A raster of the right size that nobody else shares is painted over, not made anew: the
     // caller clears it all the same.
     const bool fits = w > 0 && h > 0 && w * h <= MaxRasterPixels;
-    if (!fits)
-        m_image = QImage();
-    else if (m_image.size() != QSize(int(w), int(h)) || !m_image.isDetached())
-        m_image = QImage(int(w), int(h), QImage::Format_RGB32);
+    if (!fits || m_image.size() != QSize(int(w), int(h)) || !m_image.isDetached()) {
+        m_image = fits ? QImage(int(w), int(h), QImage::Format_RGB32) : QImage();
+        m_cleanColour.reset();
+    }
 }
 
 void RasterSurface::setClipRows(qint64 top, qint64 bottom) {
@@ -137,15 +152,19 @@ bool RasterSurface::reaches(qint64 x, qint64 y) const {
 void RasterSurface::setPixel(qint64 x, qint64 y, QRgb rgb) {
     if (m_ratio != 1)
         fillDevice({device(x), device(x) + pen()}, rowsOf(y), rgb);
-    else if (reaches(x, y))
+    else if (reaches(x, y)) {
+        touch(x + 1);
         reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)))[x] = rgb | 0xFF000000u;
+    }
 }
 
 void RasterSurface::invertPixel(qint64 x, qint64 y) {
     if (m_ratio != 1)
         invertDevice({device(x), device(x) + pen()}, rowsOf(y));
-    else if (reaches(x, y))
+    else if (reaches(x, y)) {
+        touch(x + 1);
         reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)))[x] ^= 0x00FFFFFFu;
+    }
 }
 
 RasterSurface::Span RasterSurface::rowsOf(qint64 y) const {
@@ -160,6 +179,7 @@ void RasterSurface::fillDevice(Span cols, Span rows, QRgb rgb) {
                     m_image.height());
     if (cols.empty() || rows.empty())
         return;
+    touch(cols.hi);
     uchar *bits = m_image.bits();
     const qsizetype stride = m_image.bytesPerLine();
     for (qint64 y = rows.lo; y < rows.hi; ++y) {
@@ -190,6 +210,7 @@ void RasterSurface::drawImage(qint64 x, qint64 y, const QImage &image, qint64 wi
     const qreal own = image.devicePixelRatio();
     if (m_ratio == 1 && own == 1) {
         endPainting();
+        touch(x + m_originX + width);
         blit(m_image, x + m_originX, y, image, width, height, m_clipTop, m_clipBottom);
         return;
     }
@@ -203,6 +224,7 @@ void RasterSurface::drawImage(qint64 x, qint64 y, const QImage &image, qint64 wi
     if (cols.empty() || clipRows.empty() || m_image.isNull() || image.isNull() ||
         std::abs(cols.lo) > (1 << 30) || std::abs(rows.lo) > (1 << 30))
         return;
+    touch(cols.hi);
     QPainter &p = painter();
     p.setCompositionMode(QPainter::CompositionMode_Source);
     p.setClipRect(QRect(0, int(clipRows.lo), m_image.width(), int(clipRows.hi - clipRows.lo)));

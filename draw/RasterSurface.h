@@ -8,8 +8,10 @@
 
 #include <QImage>
 #include <QRgb>
+#include <algorithm>
 #include <limits>
 #include <memory>
+#include <optional>
 
 class QPainter;
 
@@ -41,8 +43,16 @@ public:
     RasterSurface(const RasterSurface &) = delete;
     RasterSurface &operator=(const RasterSurface &) = delete;
 
+    // Fills the whole raster with rgb. Columns nothing was drawn on since the raster was last
+    // cleared to that same colour still have it and are not written again: a frame clears the
+    // raster of the frame before last, whose blank right-hand side stays blank.
+    void clear(QRgb rgb);
+    // Says that drawing through `painter()` reached up to device column `hi` (exclusive).
+    void touch(qint64 hi) { m_reach = std::max(m_reach, hi); }
+
     // The raster (null before `reset`, or when the size did not allow one). Handing it out ends
-    // the surface's painter: whoever gets it may share it or paint on it.
+    // the surface's painter, and a writable one forgets what `clear` knew: whoever gets it may
+    // share it or paint on it.
     QImage &image();
     const QImage &image() const;
     // The raster's size in device pixels.
@@ -94,6 +104,9 @@ private:
 
     QImage m_image;
     mutable std::unique_ptr<QPainter> m_painter;
+    // The colour every column from `m_reach` on has had since the last `clear`, if known.
+    std::optional<QRgb> m_cleanColour;
+    qint64 m_reach = 0;
     QImage *m_target = nullptr;
     qint32 m_width = 0;
     qint32 m_height = 0;

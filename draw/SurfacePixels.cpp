@@ -216,6 +216,7 @@ void textBox(RasterSurface &surface, qint64 x, qint64 y, qint64 left, qint64 top
         !text.isEmpty() && x >= -TextReach && x <= TextReach && y >= -TextReach && y <= TextReach;
     if (!fill && !drawn)
         return;
+    surface.touch(cols.hi);
     QPainter &p = surface.painter();
     p.setClipRect(box);
     if (fill)

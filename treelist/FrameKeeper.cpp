@@ -262,14 +262,15 @@ void FrameKeeper::repaintRow(const lsNodePtr &row, bool header) {
 
 void FrameKeeper::paintInPlace(const std::function<void()> &paint) {
     QImage *screen = t.d->picOut->screenImage();
-    const bool shared = !screen->isNull() && screen->constBits() == m_surface->hDC()->constBits();
+    const bool shared =
+        !screen->isNull() && screen->constBits() == std::as_const(*m_surface).hDC()->constBits();
     if (shared)
         *screen = QImage();
     const auto giveBack = qScopeGuard([&] {
         m_surface->ClearClip();
         m_surface->setOriginX(0);
         if (shared)
-            *screen = *m_surface->hDC();
+            *screen = *std::as_const(*m_surface).hDC();
     });
     paint();
 }
