@@ -192,6 +192,8 @@ void RasterSurface::invertDevice(Span cols, Span rows) {
     cols = clipSpan(cols.lo, cols.hi, m_image.width());
     rows = clipSpan(std::max(rows.lo, device(m_clipTop)), std::min(rows.hi, device(m_clipBottom)),
                     m_image.height());
+    if (!cols.empty() && !rows.empty())
+        touch(cols.hi);
     for (qint64 y = rows.lo; y < rows.hi; ++y) {
         auto *line = reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)));
         for (qint64 x = cols.lo; x < cols.hi; ++x)

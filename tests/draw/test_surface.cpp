@@ -3,6 +3,7 @@
 #include "SystemColors.h"
 #include "TreeListError.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <tuple>
@@ -228,4 +229,31 @@ TEST(OffScreenDC, AtAPixelRatioLinesBoxesAndDotsStayEven) {
     init(dc);
     dc.DrawPicture(std::make_shared<StdPicture>(sharp), 3, 4);
     EXPECT_EQ(dc.hDC()->copy(6, 8, 8, 8), sharp.convertToFormat(QImage::Format_RGB32));
+}
+
+// A surface initialized again in its colour writes only the columns drawn on since, yet every
+// primitive's pixels are gone afterwards, whichever primitive and wherever it drew.
+TEST(OffScreenDC, InitializingAgainLeavesNothingOfTheLastFrame) {
+    const std::function<void(OffScreenDC &)> draws[] = {
+        [](OffScreenDC &dc) { dc.DrawLine(37, 0, 37, 30, Red, Green); },
+        [](OffScreenDC &dc) { dc.DrawLine(30, 5, 39, 5, Red, Green, true); },
+        [](OffScreenDC &dc) { dc.DrawText(33, 3, "W", Red, Green); },
+        [](OffScreenDC &dc) { dc.InvertRect(36, 10, 4, 4); },
+        [](OffScreenDC &dc) { dc.DrawExpandBox(30, 20, 9, true, Red, Green, Black); },
+        [](OffScreenDC &dc) { dc.hDC()->setPixel(39, 29, 0xFF0000FF); },
+    };
+    for (const qreal ratio : {1.0, 1.5})
+        for (const auto &draw : draws) {
+            OffScreenDC dc;
+            dc.setPixelRatio(ratio);
+            init(dc);
+            dc.DrawLine(2, 2, 2, 8, Red, Green); // the last frame reached column 2 only
+            init(dc);
+            draw(dc);
+            init(dc);
+            const QImage &image = *dc.hDC();
+            for (int i = 0; i < image.width() * image.height(); ++i)
+                ASSERT_EQ(image.pixel(i % image.width(), i / image.width()), 0xFFFFFFFFu)
+                    << ratio << " pixel " << i;
+        }
 }
