@@ -1,6 +1,7 @@
 #include "EditDropDown.h"
 
 #include "ButtonSurface.h"
+#include "DropDownDelegate.h"
 #include "EditSession.h"
 #include "EditTextBox.h"
 #include "KeyCodes.h"
@@ -52,7 +53,14 @@ private:
 
 EditDropDown::EditDropDown(lsEdit &control, EditTextBox &text, QListWidget &list,
                            ButtonSurface &arrow, qint32 &listIndex)
-    : m_control(control), m_text(text), m_list(list), m_arrow(arrow), m_listIndex(listIndex) {}
+    : m_control(control), m_text(text), m_list(list), m_arrow(arrow), m_listIndex(listIndex),
+      m_hover(new DropDownDelegate(&list)) {
+    // A framed list whose entry under the pointer lights up, as a combo box's list does.
+    m_list.setFrameShape(QFrame::StyledPanel);
+    m_list.setItemDelegate(m_hover);
+    m_list.setMouseTracking(true);
+    m_list.viewport()->setAttribute(Qt::WA_Hover);
+}
 
 EditDropDown::~EditDropDown() {
     // The filter's handlers reach into the editor, which is going: the list must not call them
@@ -178,8 +186,11 @@ void EditDropDown::open() {
     qint32 wanted = std::min<qint32>(m_list.count() + 1, kMostRows);
     if (wanted == 0)
         wanted = 1;
+    // Lines as high as the row the edit opened on, so the list continues the control's rows.
     const qint32 rowHeight =
-        QFontMetrics(m_control.Font()->qfont()).boundingRect(QStringLiteral("A")).height();
+        m_savedHeight > 0
+            ? m_savedHeight
+            : QFontMetrics(m_control.Font()->qfont()).boundingRect(QStringLiteral("A")).height();
     for (int i = 0; i < m_list.count(); ++i)
         m_list.item(i)->setSizeHint(QSize(0, rowHeight));
     const qint32 needed = wanted * rowHeight;
@@ -202,7 +213,8 @@ void EditDropDown::open() {
     const qint32 below = rowsIn(roomBelow), above = rowsIn(roomAbove);
     const QRect inner = m_control.contentsRect();
     const bool upwards = below < above;
-    m_list.resize(inner.width(), std::max(0, (upwards ? above : below) * rowHeight));
+    m_list.resize(inner.width(),
+                  std::max(0, (upwards ? above : below) * rowHeight + 2 * m_list.frameWidth()));
     const qint32 grown = m_list.height() + m_savedHeight;
     if (!upwards) {
         // The list overlaps the text row's bottom edge by one pixel.

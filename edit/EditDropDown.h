@@ -9,6 +9,7 @@
 #include <optional>
 
 class ButtonSurface;
+class DropDownDelegate;
 class EditTextBox;
 class QListWidget;
 class QObject;
@@ -60,6 +61,7 @@ private:
     QListWidget &m_list;
     ButtonSurface &m_arrow;
     qint32 &m_listIndex;
+    DropDownDelegate *m_hover; // owned by the list
     QObject *m_input = nullptr;
     bool m_movingSelection = false;
     // Where the editor stood when a combo-box edit opened.

@@ -60,7 +60,8 @@ void EditSession::open() {
     pal.setColor(QPalette::Text, QColor::fromRgb(oleTranslateColor(m_control.ForeColor(), pal)));
     m_text.setPalette(pal);
     m_text.setFont(m_control.Font()->qfont());
-    m_text.setFrame(false);
+    // Framed as the application's line edits are.
+    m_text.setFrame(true);
     const QRect inner = m_control.contentsRect();
     if (mode == lsEditTextBox) {
         m_text.setGeometry(inner);

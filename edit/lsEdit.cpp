@@ -14,6 +14,7 @@
 #include "TreeListError.h"
 #include "VariantNumber.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QListWidget>
 
@@ -32,7 +33,6 @@ lsEdit::lsEdit(QWidget *parent, HostContainer *host)
     m_dropDown = std::make_unique<EditDropDown>(*this, *m_text, *m_list, *m_down, m_listIndex);
     m_session = std::make_unique<EditSession>(*this, *m_text, *m_dropDown, *m_select, *m_down,
                                               m_value, m_open);
-    m_list->setFrameShape(QFrame::NoFrame);
     for (QWidget *child : {static_cast<QWidget *>(m_text), static_cast<QWidget *>(m_list),
                            static_cast<QWidget *>(m_select), static_cast<QWidget *>(m_down)})
         child->hide();

@@ -86,6 +86,8 @@ void PictureBox::setMousePointer(qint16 pointer) {
 }
 
 void PictureBox::paintEvent(QPaintEvent *) {
+    // Moved to a screen of another pixel ratio, the widget keeps its size: the image follows.
+    fitScreen();
     m_painting = true;
     emit paintRequested();
     m_painting = false;
@@ -97,11 +99,18 @@ void PictureBox::paintEvent(QPaintEvent *) {
 
 void PictureBox::resizeEvent(QResizeEvent *event) {
     QWidget::resizeEvent(event);
+    fitScreen();
+}
+
+void PictureBox::fitScreen() {
+    const qreal ratio = devicePixelRatioF();
+    const QSize device(RasterSurface::deviceExtent(width(), ratio),
+                       RasterSurface::deviceExtent(height(), ratio));
+    if (m_screen.size() == device && !m_screen.isNull())
+        return;
     // The old frame stays where it was until the control copies a new one: when composing that
     // one fails, the last good frame is still what the user sees.
-    const qreal ratio = devicePixelRatioF();
-    QImage screen(RasterSurface::deviceExtent(width(), ratio),
-                  RasterSurface::deviceExtent(height(), ratio), QImage::Format_RGB32);
+    QImage screen(device, QImage::Format_RGB32);
     screen.fill(oleTranslateColor(m_backColor, palette()));
     // A surface shrunk to nothing has no picture to paint on.
     if (!m_screen.isNull() && !screen.isNull())

@@ -80,6 +80,9 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
+    // Makes the screen image the widget's size at the screen's pixel ratio.
+    void fitScreen();
+
     QImage m_screen;
     qint16 m_mousePointer = 0;
     bool m_painting = false;

@@ -196,7 +196,8 @@ TEST_F(lsEditTest, ComboBoxOpensItsListSearchesAndCommitsAChoice) {
 }
 
 TEST_F(lsEditTest, DropDownSizesAndOpensUpwardsWhenShortOfRoomBelow) {
-    const int row = QFontMetrics(edit->Font()->qfont()).boundingRect("A").height();
+    const int row = 22; // the lines are as high as the editor was: the row it edits
+    const int frame = 2 * edit->lstEdit()->frameWidth();
     struct Case {
         int entries, top, rows;
         bool upwards;
@@ -212,8 +213,8 @@ TEST_F(lsEditTest, DropDownSizesAndOpensUpwardsWhenShortOfRoomBelow) {
         const QPoint textOnScreen = edit->txtEdit()->mapToGlobal(QPoint());
         QTest::mouseClick(edit->btnDown(), Qt::LeftButton);
         const QString what = QString("%1 entries at %2").arg(c.entries).arg(c.top);
-        EXPECT_EQ(edit->lstEdit()->height(), c.rows * row) << qPrintable(what);
-        EXPECT_EQ(edit->height(), 22 + c.rows * row) << qPrintable(what);
+        EXPECT_EQ(edit->lstEdit()->height(), c.rows * row + frame) << qPrintable(what);
+        EXPECT_EQ(edit->height(), 22 + c.rows * row + frame) << qPrintable(what);
         EXPECT_EQ(edit->lstEdit()->y() < edit->txtEdit()->y(), c.upwards) << qPrintable(what);
         EXPECT_EQ(edit->txtEdit()->mapToGlobal(QPoint()), textOnScreen) << qPrintable(what);
         // A second press folds it away to the editor's old place and size.

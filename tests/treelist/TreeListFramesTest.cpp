@@ -9,7 +9,9 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QScopeGuard>
+#include <QTest>
 #include <QTreeWidget>
 #include <functional>
 #include <map>
@@ -167,12 +169,23 @@ TEST_F(TreeListFramesTest, DarkPaletteBeforeOrAfterTheControlIsMade) {
     list->SelectItem(3, 2);
     setFocusFlag(false);
     expectMatchesGolden(frame(), "dark-cell-unfocused");
-    list->EditComboAddItem("entry");
+    for (const char *entry : {"first", "second", "third"})
+        list->EditComboAddItem(entry);
+    const auto grabbed = [&] {
+        return list->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
     for (auto [mode, name] : {std::pair{lsEditTextBox, "dark-edit-text"},
                               {lsEditComboBox, "dark-edit-combo"},
                               {lsEditButton, "dark-edit-button"}}) {
         list->Edit(3, 2, mode);
-        expectMatchesGolden(list->grab().toImage().convertToFormat(QImage::Format_RGB32), name);
+        expectMatchesGolden(grabbed(), name);
+        if (mode == lsEditComboBox) { // the list open, the pointer over its second line
+            QTest::mouseClick(list->lseMisc()->btnDown(), Qt::LeftButton);
+            QListWidget *entries = list->lseMisc()->lstEdit();
+            QTest::mouseMove(entries->viewport(),
+                             entries->visualItemRect(entries->item(1)).center());
+            expectMatchesGolden(grabbed(), "dark-edit-drop-down");
+        }
         list->AbortEdit();
     }
 }
