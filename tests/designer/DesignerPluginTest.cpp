@@ -37,7 +37,6 @@ TEST(DesignerPluginTest, FormLoadedAtRunTimeHasItsProperties) {
     auto *editor = form->findChild<lsEdit *>(QStringLiteral("editor"));
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->Mode(), 1);
-
 }
 
 TEST(DesignerPluginTest, OffersBothControlsDesignModeInDesignerRunModeElsewhere) {
