@@ -108,9 +108,14 @@ QImage DemoPictures::team(const QColor &background) {
 
 lsImageListPtr DemoPictures::makeImageList(const QColor &background) {
     auto list = std::make_shared<lsImageList>();
-    list->Add(QStringLiteral("folder"), std::make_shared<StdPicture>(folder(background)));
-    list->Add(QStringLiteral("file"), std::make_shared<StdPicture>(file(background)));
-    list->Add(QStringLiteral("person"), std::make_shared<StdPicture>(person(background)));
-    list->Add(QStringLiteral("team"), std::make_shared<StdPicture>(team(background)));
+    fill(*list, background);
     return list;
+}
+
+void DemoPictures::fill(lsImageList &list, const QColor &background) {
+    list.Clear();
+    list.Add(QStringLiteral("folder"), std::make_shared<StdPicture>(folder(background)));
+    list.Add(QStringLiteral("file"), std::make_shared<StdPicture>(file(background)));
+    list.Add(QStringLiteral("person"), std::make_shared<StdPicture>(person(background)));
+    list.Add(QStringLiteral("team"), std::make_shared<StdPicture>(team(background)));
 }

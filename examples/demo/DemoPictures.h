@@ -15,6 +15,8 @@ public:
     // An image list holding the four pictures. The control copies pictures opaquely, so they are
     // drawn over `background`, the colour of the rows they sit on.
     static lsImageListPtr makeImageList(const QColor &background);
+    // Puts the four pictures, drawn over `background`, in place of what `list` held.
+    static void fill(lsImageList &list, const QColor &background);
 
     // The single pictures (a transparent background suits a window icon).
     static QImage folder(const QColor &background);

@@ -52,7 +52,8 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     setWindowIcon(QPixmap::fromImage(DemoPictures::team(Qt::transparent)));
 
     m_tree->InitProperties();
-    const QColor rowColor = QColor::fromRgb(oleTranslateColor(m_tree->BackColor()));
+    const QColor rowColor =
+        QColor::fromRgb(oleTranslateColor(m_tree->BackColor(), m_tree->palette()));
     const lsImageListPtr pictures = DemoPictures::makeImageList(rowColor);
     host.registerImageList(ImageListName, pictures);
     m_tree->setImageList(pictures);
@@ -211,10 +212,16 @@ void DemoWindow::buildMenus() {
 
 void DemoWindow::applyLook(Look look) {
     m_looks->actions().at(int(look))->setChecked(true);
-    if (look == Look::Classic)
-        QApplication::setPalette(classicPalette());
-    else
-        QApplication::setPalette(look == Look::Dark ? darkPalette() : m_applicationPalette);
+    const QPalette palette = look == Look::Classic ? classicPalette()
+                             : look == Look::Dark  ? darkPalette()
+                                                   : m_applicationPalette;
+    QApplication::setPalette(palette);
+    // The pictures are copied opaquely: they are drawn again over the rows' new colour.
+    if (const lsImageListPtr &pictures = m_tree->ImageList()) {
+        DemoPictures::fill(*pictures,
+                           QColor::fromRgb(oleTranslateColor(m_tree->BackColor(), palette)));
+        m_tree->Refresh();
+    }
 }
 
 void DemoWindow::runDiagnostics() {
