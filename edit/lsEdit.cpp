@@ -30,6 +30,9 @@ lsEdit::lsEdit(QWidget *parent, HostContainer *host)
     m_list = new QListWidget(this);
     m_select = new ButtonSurface(this);
     m_down = new ButtonSurface(this);
+    // What the owner-drawn buttons do, for screen readers.
+    m_select->setAccessibleName(tr("Choose a value"));
+    m_down->setAccessibleName(tr("Open the list"));
     m_dropDown = std::make_unique<EditDropDown>(*this, *m_text, *m_list, *m_down, m_listIndex);
     m_session = std::make_unique<EditSession>(*this, *m_text, *m_dropDown, *m_select, *m_down,
                                               m_value, m_open);

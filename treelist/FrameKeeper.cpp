@@ -5,6 +5,7 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListAccessibility.h"
 #include "TreeListState.h"
 #include "TreeListViewport.h"
 
@@ -33,6 +34,8 @@ std::unique_ptr<OffScreenDC> FrameKeeper::newSurface() {
 void FrameKeeper::RedrawFrame(bool keepIfUnchanged) {
     if (!t.d->rows)
         return;
+    // What a reader of the screen is told follows what the layout decided.
+    const auto tell = qScopeGuard([this] { t.d->accessibility->laidOut(); });
     const float start = secondsSinceMidnight();
     if (!m_surface)
         m_surface = newSurface();
@@ -224,6 +227,7 @@ bool FrameKeeper::layoutLayers(std::vector<lsNodePtr> &shown) {
 }
 
 void FrameKeeper::repaintRow(const lsNodePtr &row, bool header) {
+    const auto tell = qScopeGuard([this] { t.d->accessibility->laidOut(); });
     if (!m_surface || !t.d->settings.autoRedraw)
         return;
     if (m_pixelsPending) {

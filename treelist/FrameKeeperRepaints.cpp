@@ -5,6 +5,7 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListAccessibility.h"
 #include "TreeListState.h"
 #include "TreeListViewport.h"
 
@@ -12,6 +13,7 @@
 #include "PictureBox.h"
 #include "TreeListPainter.h"
 
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -50,6 +52,7 @@ bool FrameKeeper::rowsUnchangedSinceFrame() const {
 }
 
 void FrameKeeper::keepFrameCurrent() {
+    const auto tell = qScopeGuard([this] { t.d->accessibility->laidOut(); });
     if (!m_pixelsPending)
         m_frameEdits = TreeEdits::count();
     else if (m_laidOut)
@@ -57,6 +60,7 @@ void FrameKeeper::keepFrameCurrent() {
 }
 
 bool FrameKeeper::keepFrameAfterAdd(const lsNodePtr &row) {
+    const auto tell = qScopeGuard([this] { t.d->accessibility->laidOut(); });
     // No row had changed since the frame before `row` was added. A row added after every row
     // shown moves none of them. What it changes on screen starts at one row shown (`from`), and
     // that row's line and every line below it are painted again in place:
@@ -193,6 +197,7 @@ void FrameKeeper::countLandingRow(const lsNodePtr &row) {
 }
 
 bool FrameKeeper::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
+    const auto tell = qScopeGuard([this] { t.d->accessibility->laidOut(); });
     // Properties that change nothing but how the cell itself looks. Its row's line is painted
     // again as a frame paints it, lines and pictures over the cell included, so the frame stays
     // the one a repaint would give. Geometry and pictures may reach other lines: not these.
@@ -216,6 +221,7 @@ bool FrameKeeper::repaintCellInPlace(const lsNodePtr &row, qint32 property) {
 }
 
 bool FrameKeeper::repaintLineInPlace(const lsNodePtr &row) {
+    const auto tell = qScopeGuard([this] { t.d->accessibility->laidOut(); });
     // The caller knows the frame was current before it changed how `row` looks, and nothing else.
     if (!m_frameInputs || !(frameInputs() == *m_frameInputs))
         return false;

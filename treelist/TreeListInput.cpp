@@ -182,6 +182,12 @@ void TreeListInput::scrollCellIntoView(const lsCell &cell) {
 
 // --- Selection and expansion --------------------------------------------------------------------
 
+void TreeListInput::select(const lsNodePtr &row, qint32 column) {
+    selectRow(t.d->rows->SelectedRow(), row, column);
+    emit t.CellClick(row->Index(), column);
+    emit t.Click();
+}
+
 void TreeListInput::toggleExpanded(const lsNodePtr &row) {
     t.setRowExpanded(row->Index(), !row->Expanded());
 }

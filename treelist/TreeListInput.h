@@ -24,6 +24,11 @@ public:
     void onWheel(const QWheelEvent &event);
     void onKeyPress(const QKeyEvent &event);
 
+    // What a click on a row's cell does to it, for assistive technology: selects the cell and
+    // raises CellClick and Click; opens or closes the row.
+    void select(const lsNodePtr &row, qint32 column);
+    void toggle(const lsNodePtr &row) { toggleExpanded(row); }
+
     // The hit test of the last mouse press (a fresh one until then; null once released).
     const lsHitTest *lastHit() const { return m_hit.get(); }
     void resetHit();

@@ -16,6 +16,7 @@ class HostContainer;
 class PictureBox;
 class QLabel;
 class QScrollBar;
+class TreeListAccessibility;
 class TreeListInput;
 class TreeListViewport;
 class lsEdit;
@@ -31,6 +32,7 @@ struct TreeListState {
     std::unique_ptr<TreeListViewport> view;
     std::unique_ptr<TreeListInput> input;
     std::unique_ptr<ColumnGeometry> columnGeometry;
+    std::unique_ptr<TreeListAccessibility> accessibility;
 
     HostContainer *host = nullptr;
     std::unique_ptr<HostContainer> ownHost; // when the host gave none

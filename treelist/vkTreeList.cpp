@@ -7,6 +7,8 @@
 #include "ColumnGeometry.h"
 #include "FrameKeeper.h"
 #include "PropertyNotify.h"
+#include "TreeListAccessibility.h"
+#include "TreeListAccessible.h"
 #include "TreeListInput.h"
 #include "TreeListState.h"
 #include "TreeListViewport.h"
@@ -39,6 +41,8 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
     d->view = std::make_unique<TreeListViewport>(*this);
     d->input = std::make_unique<TreeListInput>(*this);
     d->columnGeometry = std::make_unique<ColumnGeometry>(*this);
+    d->accessibility = std::make_unique<TreeListAccessibility>(*this);
+    TreeListAccessible::install();
     d->host = host;
     d->guard = std::make_unique<EntryGuard>(
         [this](qint32 number, const QString &text) { emit OnError(number, text); });
@@ -82,6 +86,8 @@ vkTreeList::vkTreeList(QWidget *parent, HostContainer *host)
                 return;
             d->hasFocus = focused;
             d->frames->RedrawFrame(false);
+            if (focused)
+                d->accessibility->focused();
         });
     });
     connectInput();

@@ -347,5 +347,6 @@ private:
     friend class TreeListViewport;
     friend class TreeListInput;
     friend class ColumnGeometry;
+    friend class TreeListAccessibleCell;
     std::unique_ptr<TreeListState> d;
 };

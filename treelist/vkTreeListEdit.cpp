@@ -93,6 +93,8 @@ bool vkTreeList::Edit(qint32 &RowID, qint32 &ColID, qint32 &Mode) {
     d->lseMisc->setValue(cell->Title());
     // The value stays where the cell shows it instead of jumping to the left as the edit opens.
     d->lseMisc->txtEdit()->setAlignment(textAlignment(cell->Alignment()));
+    // A screen reader names the text box after the column it edits.
+    d->lseMisc->txtEdit()->setAccessibleName(HeaderCell(lslcData, 1, ColID).toString());
     d->lseMisc->setBackColor(BackColor());
     d->lseMisc->setForeColor(ForeColor());
     d->lseMisc->setFont(Font());

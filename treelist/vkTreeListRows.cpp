@@ -2,6 +2,7 @@
 
 #include "vkTreeList.h"
 
+#include "TreeListAccessibility.h"
 #include "TreeListState.h"
 #include "TreeListViewport.h"
 
@@ -169,6 +170,7 @@ bool vkTreeList::setRowExpanded(const QVariant &RowIndexKey, bool expanded) {
     if (!node)
         return false;
     d->rows->setExpanded(node, expanded);
+    d->accessibility->expandedChanged(node);
     if (expanded)
         emit OnExpand(node->Index());
     else
@@ -241,6 +243,8 @@ void vkTreeList::setListCell(qint32 CellProperty, qint32 RowID, qint32 ColID,
     lsCell *cell = borrowCell(row, ColID);
     if (!cell || !setCellProperty(*cell, CellProperty, value))
         return;
+    if (CellProperty == lslcData || CellProperty == lslcIcon)
+        d->accessibility->cellChanged(row, ColID);
     if (row->Displayed()) {
         if (!(frameWasCurrent && d->frames->repaintCellInPlace(row, CellProperty)))
             d->frames->repaintRow(row, false);
