@@ -2,6 +2,7 @@
 // table of visible rows, the cells' names, states and places, the actions, and the events.
 
 #include "TreeListFixture.h"
+#include "lsEdit.h"
 
 #include <QAccessible>
 #include <QAccessibleActionInterface>

@@ -5,6 +5,7 @@
 #include "GoldenImage.h"
 #include "SystemColors.h"
 #include "TreeListFixture.h"
+#include "lsEdit.h"
 
 #include <QApplication>
 #include <QFocusEvent>
