@@ -58,8 +58,10 @@ QString TreeListAccessibleCell::treePlace(const lsNode &r) const {
         ++level;
     for (lsNodePtr child = r.Child(); child; child = child->NextSibling())
         ++children;
-    return children ? QStringLiteral("Level %1, %2 children").arg(level).arg(children)
-                    : QStringLiteral("Level %1").arg(level);
+    QString place = QStringLiteral("Level %1").arg(level);
+    if (const lsNodePtr parent = r.Parent())
+        place += QStringLiteral(" under %1").arg(parent->Text());
+    return children ? place + QStringLiteral(", %1 children").arg(children) : place;
 }
 
 QString TreeListAccessibleCell::text(QAccessible::Text t) const {

@@ -57,7 +57,7 @@ private:
     TreeListAccessible *tree() const;
     // The cell's text as the control shows it; a picture-only cell: its icon key, else its tag.
     QString name() const;
-    // "Level 2, 3 children" for the first column of a row: where the row sits in the tree.
+    // "Level 2 under Parent, 3 children" for a row's first column: where it sits in the tree.
     QString treePlace(const lsNode &row) const;
 
     QPointer<vkTreeList> m_list;

@@ -68,7 +68,7 @@ TEST_F(TreeListAccessibleTest, TreeOfVisibleRowsUnderColumnHeaders) {
         bool expandable, expanded;
     } cases[] = {{0, 0, "Parent", "Level 1, 2 children", true, true},
                  {0, 1, "12", "", true, true},
-                 {2, 0, "Beta", "Level 2", false, false},
+                 {2, 0, "Beta", "Level 2 under Parent", false, false},
                  {3, 0, "Leaf", "Level 1", false, false}};
     for (const auto &c : cases) {
         QAccessibleInterface *at = cell(c.row, c.column);
