@@ -4,6 +4,7 @@
 #include "SystemColors.h"
 
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
 
 PictureBox::PictureBox(QWidget *parent) : QWidget(parent), m_font(std::make_shared<StdFont>()) {
@@ -83,6 +84,14 @@ void PictureBox::setMousePointer(qint16 pointer) {
         unsetCursor();
         break;
     }
+}
+
+bool PictureBox::event(QEvent *event) {
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    event->ignore();
+    emit toolTipAsked(static_cast<QHelpEvent *>(event));
+    return true;
 }
 
 void PictureBox::paintEvent(QPaintEvent *) {

@@ -8,6 +8,7 @@
 #include "TreeListTypes.h"
 #include "vkTreeListExport.h"
 
+#include <QHelpEvent>
 #include <QImage>
 #include <QWidget>
 
@@ -65,8 +66,11 @@ signals:
     void wheelTurned(QWheelEvent *event);
     void keyPressed(QKeyEvent *event);
     void keyReleased(QKeyEvent *event);
+    // Qt asks for a tooltip at a point; the handler shows one or leaves the event ignored.
+    void toolTipAsked(QHelpEvent *event);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;

@@ -13,9 +13,11 @@
 #include "VariantNumber.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <cmath>
 
@@ -113,9 +115,44 @@ void TreeListInput::onKeyPress(const QKeyEvent &event) {
     const qint16 code = t.virtualKeyCode(event.key());
     // The host hears the key after the selection moved.
     navigate(code);
+    if (t.d->settings.keyboardSearch)
+        search(event);
     emit t.KeyDown(code, shiftMask(event.modifiers()));
     if (const qint16 ascii = keyAscii(event.text(), code))
         emit t.KeyPress(ascii);
+}
+
+void TreeListInput::onToolTip(QHelpEvent &event) {
+    const lsHitTestPtr hit = t.HitTest(event.pos().x(), event.pos().y());
+    const lsNodePtr row = hit->HeaderRow() >= 1 ? t.d->headers->at(hit->HeaderRow())
+                          : hit->DataRow() >= 1 ? rowOnLine(hit->DataRow())
+                                                : nullptr;
+    const qint32 column = hit->HeaderRow() >= 1 ? hit->HeaderCol() : hit->DataCol();
+    const lsCell *cell = row && column >= 1 ? row->borrowCells().cell(column) : nullptr;
+    const OffScreenDC *frame = t.surface();
+    // The caption as the frame fits it into the cell, measured from the cell's text start.
+    const bool shortened =
+        cell && frame &&
+        frame->AdjustText(cell->Xoffset(), cell->Width(), cell->Title()) != cell->Title();
+    if (!t.d->settings.showTips || !shortened) {
+        QToolTip::hideText();
+        return;
+    }
+    QToolTip::showText(event.globalPos(), cell->Title(), t.d->picOut);
+    event.accept();
+}
+
+void TreeListInput::search(const QKeyEvent &event) {
+    // Characters typed with Ctrl or Alt are commands, not text.
+    const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+    const lsNodePtr current = t.d->rows->SelectedRow();
+    const lsNodePtr found =
+        m_typeAhead.typed(command ? QString() : event.text(), *t.d->rows, current);
+    if (!found || found == current)
+        return;
+    const lsCellPtr cell = t.d->rows->SelectedCell();
+    t.d->view->bringIntoView(found);
+    selectRow(current, found, cell ? cell->Index() : 1);
 }
 
 void TreeListInput::navigate(qint16 keyCode) {

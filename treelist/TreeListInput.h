@@ -3,11 +3,13 @@
 // row or cell, open or close a row, scroll) and the host's events; a drag of a column border goes
 // to the column geometry.
 
+#include "TypeAhead.h"
 #include "lsHitTest.h"
 #include "lsNodes.h"
 
 #include <QtGlobal>
 
+class QHelpEvent;
 class QKeyEvent;
 class QMouseEvent;
 class QWheelEvent;
@@ -23,6 +25,8 @@ public:
     void onMouseRelease(const QMouseEvent &event);
     void onWheel(const QWheelEvent &event);
     void onKeyPress(const QKeyEvent &event);
+    // With ShowTips on, a cell whose caption the frame shortened shows it whole in a tooltip.
+    void onToolTip(QHelpEvent &event);
 
     // What a click on a row's cell does to it, for assistive technology: selects the cell and
     // raises CellClick and Click; opens or closes the row.
@@ -36,6 +40,8 @@ public:
 
 private:
     void navigate(qint16 keyCode);
+    // With KeyboardSearch on, goes to the row the typed text names.
+    void search(const QKeyEvent &event);
     lsNodePtr rowOnLine(qint32 line);
     void selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint32 column,
                    bool multi = false);
@@ -46,4 +52,5 @@ private:
     lsHitTestPtr m_hit;
     bool m_doubleClicked = false; // the release that ends a double click raises no Click
     int m_wheelRemainder = 0;     // wheel turns not yet worth a line
+    TypeAhead m_typeAhead;
 };

@@ -25,6 +25,9 @@ struct TreeListSettings {
     bool multiSelect = false;
     bool autoSelectNew = true;
     bool expandOnDoubleClick = true;
+    // What other tree views offer, off until a host turns it on.
+    bool keyboardSearch = false; // typed text goes to the row it names
+    bool showTips = false;       // a shortened caption shows whole in a tooltip
     // A 16-bit zero until ComponentVersion is asked for, then the version text.
     QVariant componentVersion = QVariant::fromValue<qint16>(0);
     qint16 appearance = lsApp3D;

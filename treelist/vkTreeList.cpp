@@ -122,6 +122,8 @@ void vkTreeList::connectInput() {
     connect(pic, &PictureBox::mouseReleased, this, [this](QMouseEvent *e) {
         guarded("mouse release", [&] { d->input->onMouseRelease(*e); });
     });
+    connect(pic, &PictureBox::toolTipAsked, this,
+            [this](QHelpEvent *e) { guarded("tooltip", [&] { d->input->onToolTip(*e); }); });
     connect(pic, &PictureBox::wheelTurned, this,
             [this](QWheelEvent *e) { guarded("wheel", [&] { d->input->onWheel(*e); }); });
     connect(pic, &PictureBox::keyPressed, this,

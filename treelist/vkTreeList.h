@@ -53,6 +53,9 @@ class VKTL_EXPORT vkTreeList : public QWidget {
     Q_PROPERTY(QVariant ComponentVersion READ ComponentVersion WRITE setComponentVersion NOTIFY
                    ComponentVersionChanged)
     Q_PROPERTY(qint32 ScaleMode READ ScaleMode WRITE setScaleMode)
+    Q_PROPERTY(bool KeyboardSearch READ KeyboardSearch WRITE setKeyboardSearch NOTIFY
+                   KeyboardSearchChanged)
+    Q_PROPERTY(bool ShowTips READ ShowTips WRITE setShowTips NOTIFY ShowTipsChanged)
     // What the control reports, read only.
     Q_PROPERTY(qint32 DefaultColumnWidth READ DefaultColumnWidth)
     Q_PROPERTY(qint32 Rows READ Rows)
@@ -130,6 +133,12 @@ public:
     // Whether a double click (or Enter) opens and closes a row.
     bool ExpandOnDoubleClick() const;
     void setExpandOnDoubleClick(bool value);
+    // Off by default: typing selects the next visible row whose first cell starts with the text.
+    bool KeyboardSearch() const;
+    void setKeyboardSearch(bool value);
+    // Off by default: hovering over a shortened ("...") caption shows it whole in a tooltip.
+    bool ShowTips() const;
+    void setShowTips(bool value);
     // The width given to columns that have none, persisted as "ColumnWidth".
     qint32 DefaultColumnWidth() const;
     // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; 16-bit: past that, overflow).
@@ -282,6 +291,8 @@ signals:
     void ColumnsChanged();
     void HeadersChanged();
     void ComponentVersionChanged();
+    void KeyboardSearchChanged();
+    void ShowTipsChanged();
     // The view scrolled; a row was opened / closed by the control.
     void Scroll();
     void OnExpand(qint32 RowID);

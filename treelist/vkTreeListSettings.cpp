@@ -125,6 +125,13 @@ std::span<const PropertyRow<vkTreeList>> PersistedSetting::all() {
          [](const T &t) { return numberFlag(t.d->settings.expandOnDoubleClick); },
          [](T &t, V v) { t.d->settings.expandOnDoubleClick = v.value<qint16>() != 0; }, nullptr,
          nullptr, 0, true},
+        // Left out of a file while off, so a layout saved before they existed reads the same.
+        {"KeyboardSearch", [](const T &) { return QVariant(kDefaults.keyboardSearch); },
+         [](const T &t) { return QVariant(t.d->settings.keyboardSearch); },
+         [](T &t, V v) { t.d->settings.keyboardSearch = v.toBool(); }, nullptr, nullptr, 0, true},
+        {"ShowTips", [](const T &) { return QVariant(kDefaults.showTips); },
+         [](const T &t) { return QVariant(t.d->settings.showTips); },
+         [](T &t, V v) { t.d->settings.showTips = v.toBool(); }, nullptr, nullptr, 0, true},
     };
     return rows;
 }
@@ -336,4 +343,22 @@ qint32 vkTreeList::Columns() const {
 
 const lsImageListPtr &vkTreeList::ImageList() const {
     return d->imageList;
+}
+
+bool vkTreeList::KeyboardSearch() const {
+    return d->settings.keyboardSearch;
+}
+
+void vkTreeList::setKeyboardSearch(bool value) {
+    d->settings.keyboardSearch = value;
+    notify("KeyboardSearch");
+}
+
+bool vkTreeList::ShowTips() const {
+    return d->settings.showTips;
+}
+
+void vkTreeList::setShowTips(bool value) {
+    d->settings.showTips = value;
+    notify("ShowTips");
 }

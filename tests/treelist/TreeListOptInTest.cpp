@@ -1,0 +1,76 @@
+// What other tree views offer, each off until a host turns it on: type-ahead and tooltips for
+// shortened captions, through real key and tooltip events.
+
+#include "TreeListFixture.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolTip>
+
+namespace {
+
+class TreeListOptInTest : public TreeListFixture {
+protected:
+    void SetUp() override {
+        TreeListFixture::SetUp();
+        list->setAutoSelectNew(false);
+        const char *names[] = {"Apple", "Banana", "Blueberry", "Cherry", "banana split"};
+        for (int i = 0; i < 5; ++i)
+            list->AddItem(i ? QVariant(i) : emptyText(), lsNext, emptyText(), names[i]);
+    }
+};
+
+TEST_F(TreeListOptInTest, TypedTextGoesToTheRowItNames) {
+    QSignalSpy typed(list.get(), &vkTreeList::KeyPress);
+    const struct {
+        const char *keys;
+        bool on;
+        int waitMs; // between the keys
+        qint32 row;
+    } cases[] = {{"b", false, 0, 1},  {"b", true, 0, 2},   {"bl", true, 0, 3}, {"bb", true, 0, 3},
+                 {"bbb", true, 0, 5}, {"BAN", true, 0, 2}, {"c", true, 0, 4},  {"z", true, 0, 1},
+                 {"bc", true, 0, 2},  {"bc", true, 150, 4}};
+    QApplication::setKeyboardInputInterval(100);
+    for (const auto &c : cases) {
+        list->setKeyboardSearch(c.on);
+        list->SelectItem(1, 1);
+        QTest::qWait(150); // a text typed before is over
+        typed.clear();
+        for (const char *key = c.keys; *key; ++key) {
+            QTest::keyClicks(list->picOut(), QString(QChar(*key)));
+            QTest::qWait(c.waitMs);
+        }
+        EXPECT_EQ(list->Row(), c.row) << c.keys << " on " << c.on;
+        EXPECT_EQ(typed.count(), qsizetype(strlen(c.keys))) << c.keys; // the host hears each key
+    }
+    // A row out of view is scrolled into it.
+    list->resize(list->width(), 3 * list->RowHeight() + 8);
+    list->SelectItem(1, 1);
+    QTest::qWait(150);
+    QTest::keyClicks(list->picOut(), "c");
+    EXPECT_EQ(list->Row(), 4);
+    EXPECT_TRUE(list->Nodes(4)->Displayed());
+}
+
+TEST_F(TreeListOptInTest, AShortenedCaptionShowsWholeInATooltip) {
+    list->setColumnWidth(1, 90 * 15); // 90 pixels in twips
+    list->setListCell(lslcData, 5, 1, "banana split with three scoops of ice cream");
+    list->Refresh();
+    const auto tipAt = [&](qint32 row) {
+        QToolTip::hideText(); // it fades out
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+        const lsCell &cell = *list->Nodes(row)->Cells()->Item(1);
+        const QPoint at(cell.Left() + cell.Width() / 2, cell.Top() + 4);
+        QHelpEvent event(QEvent::ToolTip, at, list->picOut()->mapToGlobal(at));
+        QApplication::sendEvent(list->picOut(), &event);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    EXPECT_EQ(tipAt(5), ""); // off by default
+    list->setShowTips(true);
+    EXPECT_EQ(tipAt(5), "banana split with three scoops of ice cream");
+    EXPECT_EQ(tipAt(1), ""); // "Apple" shows whole
+}
+
+} // namespace
