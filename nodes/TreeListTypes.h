@@ -31,6 +31,13 @@ enum lsSelectConstants : qint32 {
 };
 Q_ENUM_NS(lsSelectConstants)
 
+// How clicks and keys with Shift and Ctrl select rows (SelectionMode).
+enum lsSelectionModeConstants : qint32 {
+    lsSelectionClassic = 0,  // Shift or Ctrl with a click adds a row when MultiSelect is on
+    lsSelectionExtended = 1, // Shift selects a range, Ctrl toggles a row, Ctrl+A selects all
+};
+Q_ENUM_NS(lsSelectionModeConstants)
+
 // How the in-place editor edits a cell.
 enum lsEditModeConstants : qint32 {
     lsEditTextBox = 0,

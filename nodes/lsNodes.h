@@ -89,6 +89,13 @@ public:
     // Selects row `RowID` and its cell `ColID` among the visible rows (clearing the others'
     // flags unless MultiSelect); returns how many visible rows were selected before.
     qint32 Selected(qint32 RowID, qint32 ColID, bool MultiSelect = false);
+    // Selects visible rows as Selected with MultiSelect does one after the other, once the first
+    // has replaced the selection: the last becomes the selected row, each row's cell ColID is
+    // flagged. In the time of the rows and of the rows selected before.
+    void SelectRows(const std::vector<lsNodePtr> &rows, qint32 ColID);
+    // Clears the flags of a row and its cells; the selected row and cell are none when they were
+    // this row's.
+    void Deselect(const lsNodePtr &row);
     // The selected row, or null.
     lsNodePtr SelectedRow() const { return m_selectedRow; }
     // The selected cell, or null.

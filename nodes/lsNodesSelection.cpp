@@ -119,6 +119,32 @@ void lsNodes::rememberFlaggedRows() {
     }
 }
 
+void lsNodes::SelectRows(const std::vector<lsNodePtr> &rows, qint32 ColID) {
+    if (rows.empty())
+        return;
+    Selected(rows.front()->Index(), ColID, false);
+    // The first selection cleared every other visible row's flags and left only its target among
+    // them in the flagged list: each further row joins it once.
+    std::unordered_set<const lsNode *> added{rows.front().get()};
+    for (size_t i = 1; i < rows.size(); ++i)
+        if (added.insert(rows[i].get()).second) {
+            selectVisitedRow(rows[i], true, ColID, true);
+            m_flagged.push_back(rows[i]);
+        }
+}
+
+void lsNodes::Deselect(const lsNodePtr &row) {
+    TreeEdits::note();
+    row->m_Selected = false;
+    if (const lsCells *cells = row->cellsIfMade())
+        for (qint32 j = 1; j <= cells->Count(); ++j)
+            cells->cell(j)->m_Selected = false;
+    if (m_selectedRow == row) {
+        m_selectedRow.reset();
+        m_selectedCell.reset();
+    }
+}
+
 void lsNodes::ClearSelection() {
     TreeEdits::note();
     m_selectedRow.reset();

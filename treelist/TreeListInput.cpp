@@ -21,6 +21,8 @@
 #include <QWheelEvent>
 #include <cmath>
 
+TreeListInput::TreeListInput(vkTreeList &t) : t(t), m_range(*t.d) {}
+
 lsNodePtr TreeListInput::rowOnLine(qint32 line) {
     // The data lines show the Visible rows from the first displayed one on, one per line, as the
     // frame painted them; a line below the last of them shows none.
@@ -44,9 +46,12 @@ void TreeListInput::onMousePress(const QMouseEvent &event) {
     const lsNodePtr previous = t.d->rows->SelectedRow();
     if (m_hit->DataCol() >= 0 && m_hit->DataRow() > 0) {
         if (const lsNodePtr row = rowOnLine(m_hit->DataRow())) {
-            // Shift alone or Ctrl alone adds to the selection; both together select singly.
+            // Shift alone or Ctrl alone adds to the selection; both together select singly. The
+            // extended rule has its own meaning for them.
+            const bool extended = t.d->settings.selectionMode == lsSelectionExtended;
             const bool multi = t.d->settings.multiSelect && (shift == 1 || shift == 2);
-            selectRow(previous, row, m_hit->DataCol(), multi);
+            if (!(extended && m_range.click(row, m_hit->DataCol(), shift)))
+                selectRow(previous, row, m_hit->DataCol(), multi && !extended);
             t.d->ident->Refresh(row, t.d->settings.rowHeight, t.d->imageList.get(), t.d->picOut);
             // The box lies where the unscrolled frame drew it, as the hit's X does.
             if (m_hit->IsPlusMinusClick(*t.d->ident, m_hit->X(), y) && row->HasChild())
@@ -114,7 +119,9 @@ void TreeListInput::onWheel(const QWheelEvent &event) {
 void TreeListInput::onKeyPress(const QKeyEvent &event) {
     const qint16 code = t.virtualKeyCode(event.key());
     // The host hears the key after the selection moved.
-    navigate(code);
+    const bool extended = t.d->settings.selectionMode == lsSelectionExtended;
+    if (!(extended && m_range.key(code, shiftMask(event.modifiers()))))
+        navigate(code);
     if (t.d->settings.keyboardSearch)
         search(event);
     emit t.KeyDown(code, shiftMask(event.modifiers()));
@@ -231,6 +238,7 @@ void TreeListInput::toggleExpanded(const lsNodePtr &row) {
 
 void TreeListInput::selectRow(const lsNodePtr &previous, const lsNodePtr &row, qint32 column,
                               bool multi) {
+    m_range.setAnchor(row);
     // Only the rows whose look changes are painted again, in place over the kept frame when
     // nothing else changed since it was composed; otherwise the frame is composed anew.
     const bool frameWasCurrent = t.d->frames->rowsUnchangedSinceFrame();

@@ -3,6 +3,7 @@
 // row or cell, open or close a row, scroll) and the host's events; a drag of a column border goes
 // to the column geometry.
 
+#include "RangeSelection.h"
 #include "TypeAhead.h"
 #include "lsHitTest.h"
 #include "lsNodes.h"
@@ -17,7 +18,7 @@ class vkTreeList;
 
 class TreeListInput {
 public:
-    explicit TreeListInput(vkTreeList &t) : t(t) {}
+    explicit TreeListInput(vkTreeList &t);
 
     void onMousePress(const QMouseEvent &event);
     void onMouseDoubleClick();
@@ -53,4 +54,5 @@ private:
     bool m_doubleClicked = false; // the release that ends a double click raises no Click
     int m_wheelRemainder = 0;     // wheel turns not yet worth a line
     TypeAhead m_typeAhead;
+    RangeSelection m_range;
 };

@@ -28,6 +28,7 @@ struct TreeListSettings {
     // What other tree views offer, off until a host turns it on.
     bool keyboardSearch = false; // typed text goes to the row it names
     bool showTips = false;       // a shortened caption shows whole in a tooltip
+    qint32 selectionMode = lsSelectionClassic;
     // A 16-bit zero until ComponentVersion is asked for, then the version text.
     QVariant componentVersion = QVariant::fromValue<qint16>(0);
     qint16 appearance = lsApp3D;

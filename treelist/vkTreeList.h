@@ -56,6 +56,8 @@ class VKTL_EXPORT vkTreeList : public QWidget {
     Q_PROPERTY(bool KeyboardSearch READ KeyboardSearch WRITE setKeyboardSearch NOTIFY
                    KeyboardSearchChanged)
     Q_PROPERTY(bool ShowTips READ ShowTips WRITE setShowTips NOTIFY ShowTipsChanged)
+    Q_PROPERTY(
+        qint32 SelectionMode READ SelectionMode WRITE setSelectionMode NOTIFY SelectionModeChanged)
     // What the control reports, read only.
     Q_PROPERTY(qint32 DefaultColumnWidth READ DefaultColumnWidth)
     Q_PROPERTY(qint32 Rows READ Rows)
@@ -139,6 +141,9 @@ public:
     // Off by default: hovering over a shortened ("...") caption shows it whole in a tooltip.
     bool ShowTips() const;
     void setShowTips(bool value);
+    // How Shift and Ctrl select (lsSelectionModeConstants; classic by default).
+    qint32 SelectionMode() const;
+    void setSelectionMode(qint32 value);
     // The width given to columns that have none, persisted as "ColumnWidth".
     qint32 DefaultColumnWidth() const;
     // The unit of ColumnWidth (1 twips, 3 pixels, 8 HIMETRIC...; 16-bit: past that, overflow).
@@ -293,6 +298,7 @@ signals:
     void ComponentVersionChanged();
     void KeyboardSearchChanged();
     void ShowTipsChanged();
+    void SelectionModeChanged();
     // The view scrolled; a row was opened / closed by the control.
     void Scroll();
     void OnExpand(qint32 RowID);

@@ -132,6 +132,10 @@ std::span<const PropertyRow<vkTreeList>> PersistedSetting::all() {
         {"ShowTips", [](const T &) { return QVariant(kDefaults.showTips); },
          [](const T &t) { return QVariant(t.d->settings.showTips); },
          [](T &t, V v) { t.d->settings.showTips = v.toBool(); }, nullptr, nullptr, 0, true},
+        {"SelectionMode", [](const T &) { return asInt32(kDefaults.selectionMode); },
+         [](const T &t) { return asInt32(t.d->settings.selectionMode); },
+         [](T &t, V v) { t.d->settings.selectionMode = v.value<qint32>(); }, nullptr, nullptr, 0,
+         true},
     };
     return rows;
 }
@@ -361,4 +365,13 @@ bool vkTreeList::ShowTips() const {
 void vkTreeList::setShowTips(bool value) {
     d->settings.showTips = value;
     notify("ShowTips");
+}
+
+qint32 vkTreeList::SelectionMode() const {
+    return d->settings.selectionMode;
+}
+
+void vkTreeList::setSelectionMode(qint32 value) {
+    d->settings.selectionMode = value;
+    notify("SelectionMode");
 }

@@ -61,6 +61,10 @@ DemoWindow::DemoWindow(HostContainer &host, DemoTable table, QWidget *parent)
     m_tree->setRowHeight(20);
     m_tree->setFocusType(lsSelectFullRow);
     m_tree->setMultiSelect(true);
+    // What other tree views offer: type-ahead, tooltips for shortened texts, range selection.
+    m_tree->setKeyboardSearch(true);
+    m_tree->setShowTips(true);
+    m_tree->setSelectionMode(lsSelectionExtended);
 
     auto *central = new QWidget(this);
     auto *layout = new QHBoxLayout(central);

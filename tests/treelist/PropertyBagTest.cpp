@@ -45,7 +45,8 @@ TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
         {"Appearance", lsAppFlat}, {"BackColor", 0x00C0FFEEu}, {"Font", font},
         {"ForeColor", 0x00112233u}, {"ImageList", "icons"}, {"LineStyle", lsLineDotted},
         {"MultiSelect", true}, {"AutoSelectNew", false}, {"ExpandOnDoubleClick", false},
-        {"ComponentVersion", "9.99.9999"}, {"KeyboardSearch", true}, {"ShowTips", true}};
+        {"ComponentVersion", "9.99.9999"}, {"KeyboardSearch", true}, {"ShowTips", true},
+        {"SelectionMode", lsSelectionExtended}};
     // clang-format on
     for (const auto &[key, value] : puts) {
         const QMetaProperty property =
@@ -62,7 +63,7 @@ TEST_F(PropertyBagTest, DefaultsWriteNothingAndEveryKeyRoundTripsThroughAFile) {
     PropertyBag saved;
     list->WriteProperties(saved);
     ASSERT_TRUE(saved.save(path));
-    EXPECT_EQ(saved.count(), 18); // all but ColumnWidth and ComponentVersion, left at defaults
+    EXPECT_EQ(saved.count(), 19); // all but ColumnWidth and ComponentVersion, left at defaults
     ASSERT_TRUE(bag.load(path));
     loaded.ReadProperties(bag);
     // Writing the loaded control again gives the same bag, so every key reached its field; the

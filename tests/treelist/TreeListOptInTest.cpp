@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
+#include <functional>
 
 namespace {
 
@@ -71,6 +72,64 @@ TEST_F(TreeListOptInTest, AShortenedCaptionShowsWholeInATooltip) {
     list->setShowTips(true);
     EXPECT_EQ(tipAt(5), "banana split with three scoops of ice cream");
     EXPECT_EQ(tipAt(1), ""); // "Apple" shows whole
+}
+
+// The extended rule through real clicks and keys: which rows end up selected, and which is the
+// selected row, against what Selected with multi-selection gives row after row.
+TEST_F(TreeListOptInTest, ShiftSelectsARangeCtrlTogglesCtrlASelectsAll) {
+    const auto clickRow = [&](qint32 row, Qt::KeyboardModifiers keys = {}) {
+        const lsCell &cell = *list->Nodes(row)->Cells()->Item(1);
+        QTest::mouseClick(list->picOut(), Qt::LeftButton, keys,
+                          QPoint(cell.Left() + cell.Width() - 5, cell.Top() + 4));
+    };
+    const auto selected = [&] {
+        std::vector<qint32> rows;
+        for (qint32 r = 1; r <= list->Rows(); ++r)
+            if (list->Nodes(r)->Selected())
+                rows.push_back(r);
+        return rows;
+    };
+    const struct {
+        const char *what;
+        std::function<void()> act;
+        std::vector<qint32> rows;
+        qint32 current;
+    } cases[] = {
+        {"click", [&] { clickRow(2); }, {2}, 2},
+        {"shift click down", [&] { clickRow(4, Qt::ShiftModifier); }, {2, 3, 4}, 4},
+        {"shift click up from the anchor", [&] { clickRow(1, Qt::ShiftModifier); }, {1, 2}, 1},
+        {"ctrl click adds", [&] { clickRow(5, Qt::ControlModifier); }, {1, 2, 5}, 5},
+        {"ctrl click takes away", [&] { clickRow(1, Qt::ControlModifier); }, {2, 5}, 5},
+        {"shift up: from the new anchor to the row above the current",
+         [&] { QTest::keyClick(list->picOut(), Qt::Key_Up, Qt::ShiftModifier); },
+         {1, 2, 3, 4},
+         4},
+        {"shift end",
+         [&] { QTest::keyClick(list->picOut(), Qt::Key_End, Qt::ShiftModifier); },
+         {1, 2, 3, 4, 5},
+         5},
+        {"plain key", [&] { QTest::keyClick(list->picOut(), Qt::Key_Up); }, {4}, 4},
+        {"ctrl a",
+         [&] { QTest::keyClick(list->picOut(), Qt::Key_A, Qt::ControlModifier); },
+         {1, 2, 3, 4, 5},
+         4},
+    };
+    list->setSelectionMode(lsSelectionExtended);
+    for (const auto &c : cases) {
+        c.act();
+        EXPECT_EQ(selected(), c.rows) << c.what;
+        EXPECT_EQ(list->Row(), c.current) << c.what;
+    }
+    // The same flags as Selected with multi-selection row after row.
+    vkTreeList reference(nullptr, host.get());
+    for (int i = 1; i <= 5; ++i)
+        reference.AddItem(i > 1 ? QVariant(i - 1) : emptyText(), lsNext, emptyText(), "Row");
+    for (qint32 r = 1; r <= 5; ++r)
+        reference.rows()->Selected(r == 4 ? 5 : r == 5 ? 4 : r, 1, r > 1);
+    for (qint32 r = 1; r <= 5; ++r)
+        EXPECT_EQ(reference.Nodes(r)->Cells()->Item(1)->Selected(),
+                  list->Nodes(r)->Cells()->Item(1)->Selected())
+            << r;
 }
 
 } // namespace
