@@ -248,6 +248,14 @@ void TreeListViewport::bringIntoView(const lsNodePtr &row) {
         t.d->scrY->setValue(toInt16(displayPosition(row->Index())));
     else
         ensureVisible(row->Index());
+    // EnsureVisible counts a row under the horizontal bar as shown; a person cannot see it there.
+    const lsCellPtr first = row->Displayed() ? row->Cells()->at(1) : nullptr;
+    const qint32 bottom = t.d->picOut->ScaleHeight() - horizontalBarHeight();
+    const qint32 height = t.d->settings.rowHeight;
+    if (first && !t.d->scrY->isHidden() && first->Top() + height > bottom && height > 0) {
+        const qint32 lines = (first->Top() + height - bottom + height - 1) / height;
+        t.d->scrY->setValue(toInt16(std::min(t.d->scrY->value() + lines, t.d->scrY->maximum())));
+    }
 }
 
 void TreeListViewport::scrollIntoView(qint32 rowIndex) {
