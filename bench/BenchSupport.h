@@ -1,8 +1,11 @@
 #pragma once
-// Helpers shared by the benchmarks: heap bytes in use, wall-clock milliseconds, the application.
+// Helpers shared by the benchmarks: heap bytes in use, wall-clock milliseconds, the application,
+// Qt's rows at our row height, and running the registered benchmarks.
 
 #include <QApplication>
 #include <QFont>
+#include <QStyledItemDelegate>
+#include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstddef>
 #include <malloc.h>
@@ -48,3 +51,27 @@ private:
         return argc;
     }
 };
+
+// Gives a Qt view's rows our row height, so that both sides show the same rows.
+class RowHeightDelegate : public QStyledItemDelegate {
+public:
+    RowHeightDelegate(int height, QObject *parent)
+        : QStyledItemDelegate(parent), m_height(height) {}
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+        return {QStyledItemDelegate::sizeHint(option, index).width(), m_height};
+    }
+
+private:
+    int m_height;
+};
+
+// Runs the benchmarks registered so far with the command line's options; false when an option
+// was not understood.
+inline bool runBenchmarks(int &argc, char **argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return false;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return true;
+}

@@ -32,15 +32,6 @@ struct Ours {
     vkTreeList list{nullptr, &host};
 };
 
-// Qt's rows get our row height, so both sides show the same rows.
-class RowHeightDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
-        return {QStyledItemDelegate::sizeHint(option, index).width(), kRowHeight};
-    }
-};
-
 std::unique_ptr<Ours> newOurs(QSize size) {
     auto ours = std::make_unique<Ours>();
     vkTreeList &list = ours->list;
@@ -62,7 +53,7 @@ std::unique_ptr<Ours> newOurs(QSize size) {
 std::unique_ptr<QTreeWidget> newWidget(const vkTreeList &like, QSize size) {
     auto tree = std::make_unique<QTreeWidget>();
     tree->setColumnCount(kColumns);
-    tree->setItemDelegate(new RowHeightDelegate(tree.get()));
+    tree->setItemDelegate(new RowHeightDelegate(kRowHeight, tree.get()));
     tree->setUniformRowHeights(true);
     for (int c = 0; c < kColumns; ++c)
         tree->header()->resizeSection(c, like.headers()->at(1)->Cells()->at(c + 1)->Width());
@@ -115,11 +106,8 @@ int main(int argc, char **argv) {
             benchmark::RegisterBenchmark(name.c_str(), BM_Frame, size, ours)
                 ->Unit(benchmark::kMillisecond);
         }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    if (!runBenchmarks(argc, argv))
         return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
     std::printf("\n| logical size at ratio 2 | vkTreeList ms | QTreeWidget ms | ours/Qt |\n"
                 "|---|---:|---:|---:|\n");
     for (const QSize size : kSizes) {

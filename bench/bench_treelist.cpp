@@ -108,15 +108,6 @@ struct ModelView {
     QTreeView view;
 };
 
-// Gives Qt's rows our row height, so that both sides show the same number of rows.
-class RowHeightDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override {
-        return {QStyledItemDelegate::sizeHint(option, index).width(), kRowHeight};
-    }
-};
-
 // Our control's column widths in pixels, which the Qt views copy.
 int columnPixels(int column) {
     static const std::vector<int> widths = [] {
@@ -147,7 +138,7 @@ std::unique_ptr<Ours> newOurs(bool autoRedraw, bool autoSelectNew = false) {
 }
 
 void setUpView(QTreeView &view) {
-    view.setItemDelegate(new RowHeightDelegate(&view));
+    view.setItemDelegate(new RowHeightDelegate(kRowHeight, &view));
     view.setUniformRowHeights(true);
     for (int c = 0; c < kColumns; ++c)
         view.header()->resizeSection(c, columnPixels(c));
@@ -640,11 +631,8 @@ void printTables() {
 int main(int argc, char **argv) {
     BenchApplication app(argc, argv);
     registerAll();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    if (!runBenchmarks(argc, argv))
         return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
     printTables();
     // Lists a filtered run left loaded go away here, untimed.
     oursLoaded.clear();
