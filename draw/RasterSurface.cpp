@@ -173,13 +173,19 @@ RasterSurface::Span RasterSurface::rowsOf(qint64 y) const {
     return {device(y), device(y) + pen()};
 }
 
-void RasterSurface::fillDevice(Span cols, Span rows, QRgb rgb) {
+bool RasterSurface::clipDevice(Span &cols, Span &rows) {
     cols = clipSpan(cols.lo, cols.hi, m_image.width());
     rows = clipSpan(std::max(rows.lo, device(m_clipTop)), std::min(rows.hi, device(m_clipBottom)),
                     m_image.height());
     if (cols.empty() || rows.empty())
-        return;
+        return false;
     touch(cols.hi);
+    return true;
+}
+
+void RasterSurface::fillDevice(Span cols, Span rows, QRgb rgb) {
+    if (!clipDevice(cols, rows))
+        return;
     uchar *bits = m_image.bits();
     const qsizetype stride = m_image.bytesPerLine();
     for (qint64 y = rows.lo; y < rows.hi; ++y) {
@@ -189,13 +195,12 @@ void RasterSurface::fillDevice(Span cols, Span rows, QRgb rgb) {
 }
 
 void RasterSurface::invertDevice(Span cols, Span rows) {
-    cols = clipSpan(cols.lo, cols.hi, m_image.width());
-    rows = clipSpan(std::max(rows.lo, device(m_clipTop)), std::min(rows.hi, device(m_clipBottom)),
-                    m_image.height());
-    if (!cols.empty() && !rows.empty())
-        touch(cols.hi);
+    if (!clipDevice(cols, rows))
+        return;
+    uchar *bits = m_image.bits();
+    const qsizetype stride = m_image.bytesPerLine();
     for (qint64 y = rows.lo; y < rows.hi; ++y) {
-        auto *line = reinterpret_cast<QRgb *>(m_image.scanLine(static_cast<int>(y)));
+        auto *line = reinterpret_cast<QRgb *>(bits + y * stride);
         for (qint64 x = cols.lo; x < cols.hi; ++x)
             line[x] ^= 0x00FFFFFFu;
     }

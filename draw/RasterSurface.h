@@ -97,6 +97,9 @@ public:
 
 private:
     bool reaches(qint64 x, qint64 y) const;
+    // Clips device spans to the raster and the clip and counts them drawn on; false when
+    // nothing is left.
+    bool clipDevice(Span &cols, Span &rows);
     // The device rows of a line at raster row y, or none outside the clip.
     Span rowsOf(qint64 y) const;
 
