@@ -151,15 +151,19 @@ QAccessibleInterface *TreeListAccessible::cellAt(int row, int column) const {
 QList<QAccessibleInterface *> TreeListAccessible::selectedCells() const {
     QList<QAccessibleInterface *> cells;
     for (const lsNodePtr &row : list()->rows()->VisibleRowsFrom(1, rowCount()))
-        if (row->Selected())
-            for (int c = 1; c <= columnCount(); ++c)
-                if (QAccessibleInterface *made = cell(row, c); made && made->state().selected)
-                    cells << made;
+        for (int c = 1; c <= columnCount(); ++c)
+            if (TreeListAccessibleCell::selected(*list(), row, c))
+                cells << cell(row, c);
     return cells;
 }
 
 int TreeListAccessible::selectedCellCount() const {
-    return int(selectedCells().size());
+    // Counted without making an interface for every selected cell.
+    int count = 0;
+    for (const lsNodePtr &row : list()->rows()->VisibleRowsFrom(1, rowCount()))
+        for (int c = 1; c <= columnCount(); ++c)
+            count += TreeListAccessibleCell::selected(*list(), row, c);
+    return count;
 }
 
 QList<int> TreeListAccessible::selectedRows() const {

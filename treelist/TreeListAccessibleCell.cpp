@@ -125,12 +125,15 @@ void *TreeListAccessibleCell::interface_cast(QAccessible::InterfaceType type) {
     return nullptr;
 }
 
-bool TreeListAccessibleCell::isSelected() const {
-    const lsNodePtr r = row();
-    if (m_header || !r || !r->Selected())
+bool TreeListAccessibleCell::selected(vkTreeList &list, const lsNodePtr &row, int column) {
+    if (!row || !row->Selected())
         return false;
-    const lsCell *c = cellOf(r, m_column);
-    return m_list->FocusType() == lsSelectFullRow || (c && c->Selected());
+    const lsCell *c = cellOf(row, column);
+    return list.FocusType() == lsSelectFullRow || (c && c->Selected());
+}
+
+bool TreeListAccessibleCell::isSelected() const {
+    return !m_header && m_list && selected(*m_list, row(), m_column);
 }
 
 QList<QAccessibleInterface *> TreeListAccessibleCell::columnHeaderCells() const {

@@ -20,6 +20,8 @@ public:
     // A cell of `row` in `column` (1..); a column header when row is null.
     TreeListAccessibleCell(vkTreeList *list, const lsNodePtr &row, int column);
 
+    // Whether a row's cell reads as selected: the whole row in full-row focus, else the cell.
+    static bool selected(vkTreeList &list, const lsNodePtr &row, int column);
     // The row (null for a header or a row gone) and the column (1..).
     lsNodePtr row() const { return m_row.lock(); }
     int column() const { return m_column; }
