@@ -4,8 +4,8 @@
 #include "DropDownDelegate.h"
 #include "EditSession.h"
 #include "EditTextBox.h"
+#include "InheritedPalette.h"
 #include "KeyCodes.h"
-#include "SystemColors.h"
 #include "TreeListError.h"
 #include "lsEdit.h"
 
@@ -155,12 +155,7 @@ void EditDropDown::arrowPressed(qint16 button, bool comboMode) {
     if (m_list.isHidden()) {
         open();
         m_list.setFont(m_control.Font()->qfont());
-        QPalette pal = m_list.palette();
-        pal.setColor(QPalette::Base,
-                     QColor::fromRgb(oleTranslateColor(m_control.BackColor(), pal)));
-        pal.setColor(QPalette::Text,
-                     QColor::fromRgb(oleTranslateColor(m_control.ForeColor(), pal)));
-        m_list.setPalette(pal);
+        setBoxColours(m_list, m_control, m_control.BackColor(), m_control.ForeColor());
         m_list.move(m_control.contentsRect().x(), m_list.y());
         m_list.show();
         // A list view taking the focus makes its first entry current when none is; here no

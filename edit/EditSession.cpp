@@ -1,10 +1,11 @@
 #include "EditSession.h"
 
+#include "InheritedPalette.h"
+
 #include "ButtonSurface.h"
 #include "EditDropDown.h"
 #include "EditTextBox.h"
 #include "KeyCodes.h"
-#include "SystemColors.h"
 #include "VariantNumber.h"
 #include "lsEdit.h"
 
@@ -55,10 +56,7 @@ void EditSession::open() {
     const qint32 mode = this->mode();
     if (mode < 0)
         return;
-    QPalette pal = m_text.palette();
-    pal.setColor(QPalette::Base, QColor::fromRgb(oleTranslateColor(m_control.BackColor(), pal)));
-    pal.setColor(QPalette::Text, QColor::fromRgb(oleTranslateColor(m_control.ForeColor(), pal)));
-    m_text.setPalette(pal);
+    setBoxColours(m_text, m_control, m_control.BackColor(), m_control.ForeColor());
     m_text.setFont(m_control.Font()->qfont());
     // Framed as the application's line edits are.
     m_text.setFrame(true);

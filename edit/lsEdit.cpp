@@ -185,11 +185,10 @@ void lsEdit::applyFrame() {
 
 void lsEdit::applyColours() {
     const QPalette inherited = inheritedPalette(*this);
-    QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(m_backColor, inherited)));
-    pal.setColor(QPalette::WindowText, QColor::fromRgb(oleTranslateColor(m_foreColor, inherited)));
-    if (!(pal == palette()))
-        setPalette(pal);
+    setOwnColours(
+        *this,
+        {{QPalette::Window, QColor::fromRgb(oleTranslateColor(m_backColor, inherited))},
+         {QPalette::WindowText, QColor::fromRgb(oleTranslateColor(m_foreColor, inherited))}});
 }
 
 void lsEdit::changeEvent(QEvent *event) {
@@ -206,7 +205,7 @@ bool lsEdit::DrawSelectButton(qint16 State) {
     // The picture first: taking it settles where the button lies on it.
     QImage &picture = m_select->image();
     const bool drawn = EditButtonPainter::DrawSelectButton(
-        picture, State, SysButtonFace, m_foreColor, m_select->buttonBox(), palette());
+        picture, State, SysButtonFace, m_foreColor, m_select->buttonBox(), inheritedPalette(*this));
     m_select->update();
     return drawn;
 }
@@ -214,8 +213,8 @@ bool lsEdit::DrawSelectButton(qint16 State) {
 bool lsEdit::DrawDownButton(qint16 State) {
     m_downState = State;
     QImage &picture = m_down->image();
-    const bool drawn = EditButtonPainter::DrawDownButton(picture, State, SysButtonFace, m_foreColor,
-                                                         m_down->buttonBox(), palette());
+    const bool drawn = EditButtonPainter::DrawDownButton(
+        picture, State, SysButtonFace, m_foreColor, m_down->buttonBox(), inheritedPalette(*this));
     m_down->update();
     return drawn;
 }

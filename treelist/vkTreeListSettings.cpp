@@ -168,11 +168,9 @@ void vkTreeList::WriteProperties(PropertyBag &bag) const {
 
 void vkTreeList::paintBorderBackground() {
     // The border strip around the drawing child shows the control's background colour.
-    QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor::fromRgb(oleTranslateColor(d->picOut->BackColor(),
-                                                                     inheritedPalette(*this))));
-    if (!(pal == palette()))
-        setPalette(pal);
+    setOwnColours(
+        *this, {{QPalette::Window, QColor::fromRgb(oleTranslateColor(d->picOut->BackColor(),
+                                                                     inheritedPalette(*this)))}});
 }
 
 void vkTreeList::setAppearance(qint32 value) {

@@ -145,11 +145,14 @@ TEST_F(TreeListFramesTest, DarkPaletteBeforeOrAfterTheControlIsMade) {
     const QPalette dark = darkPalette();
     const auto restore = qScopeGuard([] { QApplication::setPalette(classicPalette()); });
     for (bool before : {true, false}) {
-        if (before)
-            QApplication::setPalette(dark);
+        QApplication::setPalette(before ? dark : classicPalette());
         makeControl(true, 360, 170);
-        QApplication::setPalette(dark);
         buildGrid();
+        // An edit opened under the old palette leaves nothing of it in the editor.
+        list->Edit(1, 1, lsEditComboBox);
+        list->AbortEdit();
+        QApplication::setPalette(dark);
+        QApplication::processEvents(); // widgets hear of a new palette from the event loop
         list->setHeaders(2);
         list->setFocusType(lsSelectFullRow);
         list->SelectItem(2, 1);
