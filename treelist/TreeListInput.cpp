@@ -130,6 +130,8 @@ void TreeListInput::onKeyPress(const QKeyEvent &event) {
 }
 
 void TreeListInput::onToolTip(QHelpEvent &event) {
+    if (!t.d->settings.showTips)
+        return; // left ignored: the control, or a tooltip a host gave it, may answer
     const lsHitTestPtr hit = t.HitTest(event.pos().x(), event.pos().y());
     const lsNodePtr row = hit->HeaderRow() >= 1 ? t.d->headers->at(hit->HeaderRow())
                           : hit->DataRow() >= 1 ? rowOnLine(hit->DataRow())
@@ -141,7 +143,7 @@ void TreeListInput::onToolTip(QHelpEvent &event) {
     const bool shortened =
         cell && frame &&
         frame->AdjustText(cell->Xoffset(), cell->Width(), cell->Title()) != cell->Title();
-    if (!t.d->settings.showTips || !shortened) {
+    if (!shortened) {
         QToolTip::hideText();
         return;
     }
