@@ -53,9 +53,14 @@ QAccessibleInterface *TreeListAccessible::cell(const lsNodePtr &row, int column)
     if (column < 1 || column > columnCount() || (!row && headerCount() == 0))
         return nullptr;
     const QPair<const lsNode *, int> key(row.get(), column);
-    if (const auto found = m_cells.constFind(key); found != m_cells.constEnd())
-        if (QAccessibleInterface *known = QAccessible::accessibleInterface(*found))
+    if (const auto found = m_cells.constFind(key); found != m_cells.constEnd()) {
+        // A row removed may leave its address to a new one: its cell is not the new row's.
+        auto *known =
+            static_cast<TreeListAccessibleCell *>(QAccessible::accessibleInterface(*found));
+        if (known && known->row() == row)
             return known;
+        QAccessible::deleteAccessibleInterface(*found);
+    }
     auto *made = new TreeListAccessibleCell(list(), row, column);
     m_cells.insert(key, QAccessible::registerAccessibleInterface(made));
     return made;
